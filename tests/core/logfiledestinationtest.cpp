@@ -1,0 +1,122 @@
+#include "core/logfiledestination.h"
+#include "core/logger.h"
+#include "core/logmanager.h"
+#include "testlib/testenvironment.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class LogFileDestinationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rotationAtSizeLimitKeepsOneFile();
+    void rotationKeepsRequestedNumberOfOldLogs();
+    void linesBelowLoggerLevelAreDropped();
+    void qtMessagesGoToLogAtTheirLevel_data();
+    void qtMessagesGoToLogAtTheirLevel();
+    void qmlLoggerMarksItsLines();
+
+private:
+    static QByteArray readAll(const QString& path);
+};
+
+QByteArray LogFileDestinationTest::readAll(const QString& path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+void LogFileDestinationTest::rotationAtSizeLimitKeepsOneFile()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("nv_log.dat"));
+    LogFileDestination destination(path, LogFileDestination::EnableLogRotation, 100, 0);
+
+    destination.write(QString(60, QLatin1Char('a')));
+    destination.write(QString(60, QLatin1Char('b')));
+
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("nv_log.dat")});
+    QCOMPARE(readAll(path), QByteArray(60, 'b') + '\n');
+}
+
+void LogFileDestinationTest::rotationKeepsRequestedNumberOfOldLogs()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("nv_log.dat"));
+    LogFileDestination destination(path, LogFileDestination::EnableLogRotation, 10, 2);
+
+    for (const char letter : {'a', 'b', 'c', 'd'})
+        destination.write(QString(8, QLatin1Char(letter)));
+
+    QCOMPARE(readAll(path), QByteArray("dddddddd\n"));
+    QCOMPARE(readAll(path + QStringLiteral(".1")), QByteArray("cccccccc\n"));
+    QCOMPARE(readAll(path + QStringLiteral(".2")), QByteArray("bbbbbbbb\n"));
+    QVERIFY(!QFile::exists(path + QStringLiteral(".3")));
+}
+
+void LogFileDestinationTest::linesBelowLoggerLevelAreDropped()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("level.log"));
+    auto destination = std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
+    LogManager::instance().addDestination(destination);
+    LogManager::instance().setLoggingLevel(LogManager::InfoLevel);
+
+    QLOG_DEBUG() << "hidden";
+    QLOG_INFO() << "Application " << "1.11" << " started";
+
+    LogManager::instance().removeDestination(destination);
+    LogManager::instance().setLoggingLevel(LogManager::DebugLevel);
+    const QByteArray log = readAll(path);
+    QVERIFY(!log.contains("hidden"));
+    QVERIFY2(log.contains("INFO ") && log.endsWith("Application 1.11 started\n"), log.constData());
+}
+
+void LogFileDestinationTest::qtMessagesGoToLogAtTheirLevel_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QByteArray>("levelName");
+    QTest::newRow("debug") << int(QtDebugMsg) << QByteArray("DEBUG");
+    QTest::newRow("info") << int(QtInfoMsg) << QByteArray("INFO ");
+    QTest::newRow("warning") << int(QtWarningMsg) << QByteArray("WARN ");
+    QTest::newRow("critical") << int(QtCriticalMsg) << QByteArray("ERROR");
+}
+
+void LogFileDestinationTest::qtMessagesGoToLogAtTheirLevel()
+{
+    QFETCH(int, type);
+    QFETCH(QByteArray, levelName);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("qt.log"));
+    auto destination = std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
+    LogManager::instance().addDestination(destination);
+
+    handleQtMessages(static_cast<QtMsgType>(type), QMessageLogContext(), QStringLiteral("from Qt"));
+
+    LogManager::instance().removeDestination(destination);
+    const QByteArray log = readAll(path);
+    QVERIFY2(log.startsWith(levelName) && log.endsWith(" from Qt\n"), log.constData());
+}
+
+void LogFileDestinationTest::qmlLoggerMarksItsLines()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("qml.log"));
+    auto destination = std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
+    LogManager::instance().addDestination(destination);
+
+    Logger().warning(QStringLiteral("page failed"));
+
+    LogManager::instance().removeDestination(destination);
+    const QByteArray log = readAll(path);
+    QVERIFY2(log.startsWith("WARN ") && log.endsWith(" QML side: page failed\n"), log.constData());
+}
+
+NORVEL_TEST_MAIN(LogFileDestinationTest)
+#include "logfiledestinationtest.moc"
