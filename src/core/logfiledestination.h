@@ -11,7 +11,8 @@ class LogFileDestination
 public:
     enum RotationMode { DisableLogRotation, EnableLogRotation };
 
-    LogFileDestination(const QString& filePath, RotationMode rotation, qint64 maxSizeBytes, int maxOldLogCount);
+    LogFileDestination(const QString& filePath, RotationMode rotation, qint64 maxSizeBytes,
+                       int maxOldLogCount);
     ~LogFileDestination();
     LogFileDestination(const LogFileDestination&) = delete;
     LogFileDestination& operator=(const LogFileDestination&) = delete;

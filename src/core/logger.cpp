@@ -28,8 +28,7 @@ void handleQtMessages(QtMsgType type, const QMessageLogContext& context, const Q
 
 Logger::Logger(QObject* parent)
     : QObject(parent)
-{
-}
+{}
 
 void Logger::info(const QString& message)
 {

@@ -18,8 +18,7 @@ struct LogManager::Private
 
 LogManager::LogManager()
     : d(std::make_unique<Private>())
-{
-}
+{}
 
 LogManager::~LogManager() = default;
 
@@ -53,8 +52,9 @@ void LogManager::removeDestination(const std::shared_ptr<LogFileDestination>& de
 
 void LogManager::write(Level level, const QString& message)
 {
-    const QString line = QStringLiteral("%1 %2 %3")
-                             .arg(levelName(level), QDateTime::currentDateTime().toString(Qt::ISODateWithMs), message);
+    const QString line =
+        QStringLiteral("%1 %2 %3")
+            .arg(levelName(level), QDateTime::currentDateTime().toString(Qt::ISODateWithMs), message);
     QMutexLocker locker(&d->mutex);
     for (const auto& destination : qAsConst(d->destinations))
         destination->write(line);

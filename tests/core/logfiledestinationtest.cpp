@@ -64,12 +64,15 @@ void LogFileDestinationTest::linesBelowLoggerLevelAreDropped()
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("level.log"));
-    auto destination = std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
+    auto destination =
+        std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
     LogManager::instance().addDestination(destination);
     LogManager::instance().setLoggingLevel(LogManager::InfoLevel);
 
     QLOG_DEBUG() << "hidden";
-    QLOG_INFO() << "Application " << "1.11" << " started";
+    QLOG_INFO() << "Application "
+                << "1.11"
+                << " started";
 
     LogManager::instance().removeDestination(destination);
     LogManager::instance().setLoggingLevel(LogManager::DebugLevel);
@@ -94,7 +97,8 @@ void LogFileDestinationTest::qtMessagesGoToLogAtTheirLevel()
     QFETCH(QByteArray, levelName);
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("qt.log"));
-    auto destination = std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
+    auto destination =
+        std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
     LogManager::instance().addDestination(destination);
 
     handleQtMessages(static_cast<QtMsgType>(type), QMessageLogContext(), QStringLiteral("from Qt"));
@@ -108,7 +112,8 @@ void LogFileDestinationTest::qmlLoggerMarksItsLines()
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("qml.log"));
-    auto destination = std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
+    auto destination =
+        std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
     LogManager::instance().addDestination(destination);
 
     Logger().warning(QStringLiteral("page failed"));

@@ -3,25 +3,20 @@
 RecordBuilder RecordBuilder::task(const QString& name)
 {
     RecordBuilder builder;
-    builder.m_record = {{QStringLiteral("NAME"), name},
-                        {QStringLiteral("PARENT"), QString::fromLatin1(inboxId)},
-                        {QStringLiteral("MEMO"), QString()},
-                        {QStringLiteral("CONTEXT"), QString()},
-                        {QStringLiteral("PERIOD"), QString()},
-                        {QStringLiteral("START"), QVariant()},
-                        {QStringLiteral("DUE"), QVariant()}};
+    builder.m_record = {
+        {QStringLiteral("NAME"), name},        {QStringLiteral("PARENT"), QString::fromLatin1(inboxId)},
+        {QStringLiteral("MEMO"), QString()},   {QStringLiteral("CONTEXT"), QString()},
+        {QStringLiteral("PERIOD"), QString()}, {QStringLiteral("START"), QVariant()},
+        {QStringLiteral("DUE"), QVariant()}};
     return builder;
 }
 
 RecordBuilder RecordBuilder::project(const QString& name)
 {
     RecordBuilder builder;
-    builder.m_record = {{QStringLiteral("NAME"), name},
-                        {QStringLiteral("PARENT"), QString()},
-                        {QStringLiteral("MEMO"), QString()},
-                        {QStringLiteral("CONTEXT"), QString()},
-                        {QStringLiteral("FOLDER"), false},
-                        {QStringLiteral("START"), QVariant()},
+    builder.m_record = {{QStringLiteral("NAME"), name},      {QStringLiteral("PARENT"), QString()},
+                        {QStringLiteral("MEMO"), QString()}, {QStringLiteral("CONTEXT"), QString()},
+                        {QStringLiteral("FOLDER"), false},   {QStringLiteral("START"), QVariant()},
                         {QStringLiteral("DUE"), QVariant()}};
     return builder;
 }
