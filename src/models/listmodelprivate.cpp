@@ -1,0 +1,9 @@
+#include "listmodelprivate.h"
+
+#include <utility>
+
+ListModelPrivate::ListModelPrivate(DataFunction dataFunction)
+    : dataFunction(std::move(dataFunction))
+{}
+
+ListModelPrivate::~ListModelPrivate() = default;

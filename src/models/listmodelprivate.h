@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QList>
+#include <QVariantMap>
+
+#include <functional>
+
+// The data of a ListModel. Models with more state derive from it and hand their larger private part
+// to ListModel's protected constructor.
+class ListModelPrivate
+{
+public:
+    using DataFunction = std::function<QList<QVariantMap>()>;
+
+    explicit ListModelPrivate(DataFunction dataFunction);
+    virtual ~ListModelPrivate();
+
+    // Re-run on every update; it blocks on the database thread.
+    const DataFunction dataFunction;
+    // In the order in which the records were first seen, not the order the data function gives.
+    QList<QVariantMap> rows;
+};
