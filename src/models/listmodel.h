@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 #include <QVariantMap>
+#include <QVector>
 
 #include <memory>
 
@@ -46,7 +47,6 @@ protected:
     const std::unique_ptr<ListModelPrivate> d;
 
 private:
-    void removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh,
-                                       const QHash<QString, int>& freshRowById);
-    void mergeFreshRecords(const QList<QVariantMap>& fresh);
+    QVector<int> removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh);
+    void mergeFreshRecords(const QList<QVariantMap>& fresh, const QVector<int>& rowOfFresh);
 };
