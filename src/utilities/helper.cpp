@@ -36,7 +36,12 @@ struct Helper::Private
 
 Helper* Helper::instance()
 {
-    static Helper* const helper = new Helper;
+    static Helper* const helper = [] {
+        auto* created = new Helper;
+        // Handed to QML without a parent: keep the engine from ever deleting it.
+        QQmlEngine::setObjectOwnership(created, QQmlEngine::CppOwnership);
+        return created;
+    }();
     return helper;
 }
 

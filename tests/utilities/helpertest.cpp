@@ -7,8 +7,8 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QJSEngine>
 #include <QPointer>
-#include <QQmlEngine>
 #include <QTimer>
 #include <QtTest>
 
@@ -33,6 +33,7 @@ private slots:
     void repeatedProjectMovesToFrontWithItsOldMap();
 
     void temporaryTimerDeletesItselfAfterFiring();
+    void temporaryTimerOutlivesScriptGarbageCollection();
     void clipboardHasTextFollowsClipboard();
     void touchScreenMakesTouchDeviceAvailable();
     void badgeCountGoesOutOnSessionBus();
@@ -198,13 +199,28 @@ void HelperTest::temporaryTimerDeletesItselfAfterFiring()
     QPointer<QTimer> timer = qobject_cast<QTimer*>(value.value<QObject*>());
     QVERIFY(timer);
     QVERIFY(timer->isSingleShot());
-    QCOMPARE(QQmlEngine::objectOwnership(timer), QQmlEngine::CppOwnership);
     QSignalSpy fired(timer.data(), &QTimer::timeout);
 
     timer->start(0);
 
     QTRY_VERIFY(timer.isNull());
     QCOMPARE(fired.count(), 1);
+}
+
+void HelperTest::temporaryTimerOutlivesScriptGarbageCollection()
+{
+    QJSEngine engine;
+    engine.globalObject().setProperty(QStringLiteral("helper"), engine.newQObject(Helper::instance()));
+    QPointer<QTimer> timer =
+        qobject_cast<QTimer*>(engine.evaluate(QStringLiteral("helper.getTemporaryTimer()")).toQObject());
+    QVERIFY(timer);
+
+    engine.collectGarbage();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(timer);
+
+    timer->start(0);
+    QTRY_VERIFY(timer.isNull());
 }
 
 void HelperTest::clipboardHasTextFollowsClipboard()
