@@ -1,0 +1,153 @@
+#include "helper.h"
+
+#include "core/clock.h"
+#include "platform/desktopmailhandler.h"
+#include "platform/launcherbadge.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QQmlEngine>
+#include <QTimer>
+#include <QTouchDevice>
+
+#include <algorithm>
+
+namespace {
+const QString russian = QStringLiteral("ru");
+
+// The language setting's own default: the system language.
+QString applicationLanguage()
+{
+    return QLocale::system().name().left(2);
+}
+
+bool hasClipboardText()
+{
+    return !QGuiApplication::clipboard()->text().isEmpty();
+}
+} // namespace
+
+struct Helper::Private
+{
+    LauncherBadge badge;
+    bool clipboardHasText = hasClipboardText();
+};
+
+Helper* Helper::instance()
+{
+    static Helper* const helper = [] {
+        auto* created = new Helper;
+        // Handed to QML without a parent: keep the engine from ever deleting it.
+        QQmlEngine::setObjectOwnership(created, QQmlEngine::CppOwnership);
+        return created;
+    }();
+    return helper;
+}
+
+Helper::Helper()
+    : d(std::make_unique<Private>())
+{
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &Helper::updateClipboardHasText);
+}
+
+Helper::~Helper() = default;
+
+QDateTime Helper::toUtcDateTime(const QVariant& dateTime) const
+{
+    const QDateTime utc = dateTime.toDateTime().toUTC();
+    if (!utc.isValid())
+        return QDateTime();
+    return QDateTime(utc.date(), utc.time(), Qt::LocalTime);
+}
+
+QString Helper::toUtcString(const QVariant& dateTime) const
+{
+    return toUtcString(dateTime, applicationLanguage());
+}
+
+QString Helper::toUtcString(const QVariant& dateTime, const QString& language) const
+{
+    const QDateTime wallClock = toUtcDateTime(dateTime);
+    if (!wallClock.isValid())
+        return QString();
+    const bool isRussian = language == russian;
+    const QLocale locale(isRussian ? QLocale::Russian : QLocale::English);
+
+    QString datePart;
+    switch (Clock::currentDate().daysTo(wallClock.date())) {
+    case 0:
+        datePart = tr("Today");
+        break;
+    case 1:
+        datePart = tr("Tomorrow");
+        break;
+    case -1:
+        datePart = tr("Yesterday");
+        break;
+    default:
+        datePart = locale.toString(wallClock.date(), isRussian ? QStringLiteral("d MMMM, yyyy")
+                                                               : QStringLiteral("MMMM d, yyyy"));
+    }
+    const QString timePart =
+        locale.toString(wallClock.time(), isRussian ? QStringLiteral("h:mm") : QStringLiteral("h:mm AP"));
+    return (isRussian ? QStringLiteral("%1 %2") : QStringLiteral("%1, %2")).arg(datePart, timePart);
+}
+
+QVariantList Helper::handleRecentProjectList(const QVariantList& list, const QVariantMap& newProject) const
+{
+    const QVariant newId = newProject.value(QStringLiteral("ID"));
+    QVariantList recent{newProject};
+    bool repeated = false;
+    for (const QVariant& entry : list) {
+        if (!repeated && entry.toMap().value(QStringLiteral("ID")) == newId) {
+            recent.first() = entry;
+            repeated = true;
+        } else {
+            recent.append(entry);
+        }
+    }
+    return recent.mid(0, maxRecentProjects);
+}
+
+QVariant Helper::getTemporaryTimer() const
+{
+    auto* timer = new QTimer;
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, timer, &QObject::deleteLater);
+    // The timer ends itself; the QML garbage collector must not end it first while it still runs.
+    QQmlEngine::setObjectOwnership(timer, QQmlEngine::CppOwnership);
+    return QVariant::fromValue<QObject*>(timer);
+}
+
+bool Helper::clipboardHasText() const
+{
+    return d->clipboardHasText;
+}
+
+void Helper::updateClipboardHasText()
+{
+    const bool hasText = hasClipboardText();
+    if (hasText == d->clipboardHasText)
+        return;
+    d->clipboardHasText = hasText;
+    emit clipboardHasTextChanged();
+}
+
+bool Helper::isTouchDeviceAvailable() const
+{
+    const QList<const QTouchDevice*> devices = QTouchDevice::devices();
+    return std::any_of(devices.cbegin(), devices.cend(), [](const QTouchDevice* device) {
+        return device->type() == QTouchDevice::TouchScreen;
+    });
+}
+
+void Helper::setBadgeLabelTaskCount(int count)
+{
+    d->badge.setCount(count);
+}
+
+bool Helper::hasDefaultMailClient() const
+{
+    return !DesktopMailHandler::defaultHandler().isEmpty();
+}
