@@ -1,6 +1,7 @@
 #include "helper.h"
 
 #include "core/clock.h"
+#include "core/settings.h"
 #include "platform/desktopmailhandler.h"
 #include "platform/launcherbadge.h"
 
@@ -17,11 +18,6 @@ namespace {
 const QString russian = QStringLiteral("ru");
 
 // The language setting's own default: the system language.
-QString applicationLanguage()
-{
-    return QLocale::system().name().left(2);
-}
-
 bool hasClipboardText()
 {
     return !QGuiApplication::clipboard()->text().isEmpty();
@@ -63,7 +59,7 @@ QDateTime Helper::toUtcDateTime(const QVariant& dateTime) const
 
 QString Helper::toUtcString(const QVariant& dateTime) const
 {
-    return toUtcString(dateTime, applicationLanguage());
+    return toUtcString(dateTime, Settings::instance()->applicationLanguage());
 }
 
 QString Helper::toUtcString(const QVariant& dateTime, const QString& language) const
