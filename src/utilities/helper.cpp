@@ -1,14 +1,20 @@
 #include "helper.h"
 
 #include "core/clock.h"
+#include "core/logmanager.h"
 #include "core/settings.h"
 #include "platform/desktopmailhandler.h"
 #include "platform/launcherbadge.h"
+#include "store/databasehandler.h"
+#include "store/predefineddatahelper.h"
 
 #include <QClipboard>
+#include <QFile>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QQmlEngine>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QTimer>
 #include <QTouchDevice>
 
@@ -17,7 +23,21 @@
 namespace {
 const QString russian = QStringLiteral("ru");
 
-// The language setting's own default: the system language.
+QString dataDirectory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
+void forgetPredefinedObjects()
+{
+    QSettings predefinedObjects(dataDirectory() + QStringLiteral("/predefined_objects.dat"),
+                                QSettings::IniFormat);
+    predefinedObjects.clear();
+    predefinedObjects.setValue(QStringLiteral("folders_created"), false);
+    predefinedObjects.setValue(QStringLiteral("contexts_created"), false);
+    predefinedObjects.sync();
+}
+
 bool hasClipboardText()
 {
     return !QGuiApplication::clipboard()->text().isEmpty();
@@ -26,6 +46,7 @@ bool hasClipboardText()
 
 struct Helper::Private
 {
+    QString databaseFilePath = dataDirectory() + QStringLiteral("/norvel_data.db");
     LauncherBadge badge;
     bool clipboardHasText = hasClipboardText();
 };
@@ -41,13 +62,65 @@ Helper* Helper::instance()
     return helper;
 }
 
-Helper::Helper()
-    : d(std::make_unique<Private>())
+Helper::Helper(QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
 {
+    QLOG_INFO() << "Database path updated: " << d->databaseFilePath;
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &Helper::updateClipboardHasText);
 }
 
 Helper::~Helper() = default;
+
+QString Helper::databaseFilePath() const
+{
+    return d->databaseFilePath;
+}
+
+bool Helper::databaseExists() const
+{
+    return QFile::exists(d->databaseFilePath);
+}
+
+bool Helper::unpackDatabase()
+{
+    if (!QFile::copy(QStringLiteral(":/norvel_data.db"), d->databaseFilePath))
+        return false;
+    QFile::setPermissions(d->databaseFilePath, QFileDevice::Permissions(0x6666));
+    return true;
+}
+
+bool Helper::recreateDatabase()
+{
+    DatabaseHandler* database = DatabaseHandler::instance();
+    QLOG_INFO() << "Recreating the database...";
+    database->disconnectDatabase();
+
+    QLOG_INFO() << "Resettings ids of inbox projects...";
+    PredefinedDataHelper::instance()->unsetNorvelBoxId();
+    PredefinedDataHelper::instance()->unsetOneStepActionsId();
+    QLOG_INFO() << "Disconnected from database.";
+
+    if (!QFile::remove(d->databaseFilePath)) {
+        QLOG_ERROR() << "Unable to remove database file! Path: " << d->databaseFilePath;
+        unpackDatabase();
+        QLOG_ERROR() << "Unable to unpack database file!";
+        return false;
+    }
+    if (!unpackDatabase())
+        return false;
+
+    QLOG_INFO() << "Connecting to new created database...";
+    if (!database->connectDatabase(d->databaseFilePath)) {
+        QLOG_ERROR() << "Unable to connect to the database!";
+        return database->isConnected();
+    }
+
+    forgetPredefinedObjects();
+    // The indexes of a normal start are left to the next start.
+    database->createCalendarInfoTable();
+    return database->isConnected();
+}
 
 QDateTime Helper::toUtcDateTime(const QVariant& dateTime) const
 {

@@ -9,8 +9,9 @@
 
 #include <memory>
 
-// Small services for the interface layer: date strings, the recent project list, temporary timers,
-// the launcher badge and a few questions about the desktop.
+// Small services for the interface layer: the place of the database file and its reset, date
+// strings, the recent project list, temporary timers, the launcher badge and a few questions about
+// the desktop.
 class Helper : public QObject
 {
     Q_OBJECT
@@ -19,8 +20,19 @@ class Helper : public QObject
 public:
     static constexpr int maxRecentProjects = 10;
 
+    // Needs the application object: it follows the system clipboard.
     static Helper* instance();
+    explicit Helper(QObject* parent = nullptr);
     ~Helper() override;
+
+    QString databaseFilePath() const;
+    bool databaseExists() const;
+    // Copies the empty seed database into place, writable for everyone, since a copy out of the
+    // resources arrives read-only. Fails when a file is already there.
+    bool unpackDatabase();
+    // Replaces the database file with a fresh seed and forgets the predefined objects. The new file
+    // gets its indexes only at the next start.
+    Q_INVOKABLE bool recreateDatabase();
 
     // The stored wall-clock value (its UTC fields) as a local moment with the same date and time.
     Q_INVOKABLE QDateTime toUtcDateTime(const QVariant& dateTime) const;
@@ -44,7 +56,6 @@ signals:
     void clipboardHasTextChanged();
 
 private:
-    Helper();
     void updateClipboardHasText();
 
     struct Private;
