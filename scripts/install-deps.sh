@@ -10,6 +10,7 @@ build_packages=(
     qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-controls qml-module-qtquick-controls2
     qml-module-qtquick-dialogs qml-module-qtquick-layouts qml-module-qtgraphicaleffects
     qml-module-qt-labs-settings
+    xdg-utils
 )
 test_packages=(
     dbus-daemon dbus-bin xvfb xauth libbenchmark-dev qml-module-qttest

@@ -1,0 +1,285 @@
+#include "databasehandler.h"
+
+#include "core/logmanager.h"
+#include "store/dataobjectconverter.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStringList>
+
+namespace {
+const QString syncKey = QStringLiteral("SYNC");
+const QString syncedKey = QStringLiteral("SYNCED");
+const QString localKey = QStringLiteral("LOCAL");
+const QString stateKey = QStringLiteral("STATE");
+const QString idKey = QStringLiteral("ID");
+const QString timestampKey = QStringLiteral("TIMESTAMP");
+
+QString placeholders(int count)
+{
+    QStringList marks;
+    for (int i = 0; i < count; ++i)
+        marks.append(QStringLiteral("?"));
+    return marks.join(QLatin1Char(','));
+}
+} // namespace
+
+struct DatabaseHandler::Private
+{
+    QSqlDatabase database;
+    QString lastCreatedObjectId;
+
+    // Prepares the statement on the connection, binds the values in order and runs it. On failure
+    // the query holds the error.
+    static bool run(QSqlQuery& query, const QString& statement, const QVariantList& values);
+};
+
+bool DatabaseHandler::Private::run(QSqlQuery& query, const QString& statement, const QVariantList& values)
+{
+    if (!query.prepare(statement))
+        return false;
+    for (const QVariant& value : values)
+        query.addBindValue(DataObjectConverter::toSqlValue(value));
+    return query.exec();
+}
+
+DatabaseHandler::DatabaseHandler(const QString& connectionName, QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    // Objects cross to and from the database thread by these type names.
+    registerDataObjectMetaTypes();
+    const QString driver = QStringLiteral("QSQLITE");
+    d->database = connectionName.isEmpty() ? QSqlDatabase::addDatabase(driver)
+                                           : QSqlDatabase::addDatabase(driver, connectionName);
+}
+
+DatabaseHandler::~DatabaseHandler()
+{
+    const QString connectionName = d->database.connectionName();
+    d->database.close();
+    d->database = QSqlDatabase();
+    QSqlDatabase::removeDatabase(connectionName);
+}
+
+DatabaseHandler* DatabaseHandler::instance()
+{
+    static DatabaseHandler* handler = new DatabaseHandler(QStringLiteral("norvel_app"));
+    return handler;
+}
+
+bool DatabaseHandler::connectDatabase(const QString& filePath)
+{
+    d->database.setDatabaseName(filePath);
+    return d->database.open();
+}
+
+void DatabaseHandler::disconnectDatabase()
+{
+    QLOG_INFO() << "Disconnecting from database...";
+    d->database.close();
+}
+
+bool DatabaseHandler::isConnected() const
+{
+    return d->database.isOpen();
+}
+
+bool DatabaseHandler::openDatabase(const QString& filePath)
+{
+    const bool connected = connectDatabase(filePath);
+    if (connected) {
+        QLOG_INFO() << "Connected to the database successfully.";
+    } else {
+        QLOG_ERROR() << "Unable to connect to the database!";
+    }
+    createCalendarInfoTable();
+    createTaskStateIndex();
+    createUniqueIndexForProjectsAndContexts();
+    return connected;
+}
+
+void DatabaseHandler::createCalendarInfoTable()
+{
+    QSqlQuery query(d->database);
+    const bool created = query.exec(QStringLiteral(
+        "CREATE TABLE IF NOT EXISTS calendar_info (\"id\" Integer NOT NULL PRIMARY KEY AUTOINCREMENT, "
+        "\"task_id\" Text NOT NULL, \"synced\" Boolean NOT NULL DEFAULT 0, \"updated\" Boolean NOT NULL "
+        "DEFAULT 0)"));
+    if (!created) {
+        QLOG_ERROR() << "Unable to create calendar_info table: Reason: " << query.lastError().text();
+    }
+}
+
+void DatabaseHandler::createTaskStateIndex()
+{
+    executeQuery(QStringLiteral("CREATE INDEX IF NOT EXISTS TaskStateIndex ON task(state)"));
+}
+
+void DatabaseHandler::createUniqueIndexForProjectsAndContexts()
+{
+    // The table constraint of project sits on project_id; this index is what keeps project ids unique.
+    executeQuery(QStringLiteral("CREATE UNIQUE INDEX IF NOT EXISTS ProjectIdIndex ON project(id)"));
+    executeQuery(QStringLiteral("CREATE UNIQUE INDEX IF NOT EXISTS ContextIdIndex ON context(id)"));
+}
+
+bool DatabaseHandler::beginTransaction()
+{
+    const bool begun = d->database.transaction();
+    QLOG_INFO() << "Begin transaction: " << (begun ? "true" : "false");
+    return begun;
+}
+
+bool DatabaseHandler::commitChanges()
+{
+    if (d->database.commit()) {
+        QLOG_INFO() << "Changes successfully saved into DB.";
+        return true;
+    }
+    QLOG_ERROR() << "Unable to save changes into DB. Error description: "
+                 << d->database.lastError().databaseText();
+    d->lastCreatedObjectId.clear();
+    rollbackChanges();
+    return false;
+}
+
+bool DatabaseHandler::rollbackChanges()
+{
+    d->lastCreatedObjectId.clear();
+    const bool rolledBack = d->database.rollback();
+    if (rolledBack) {
+        QLOG_WARN() << "Rollback successfully completed.";
+    } else {
+        QLOG_ERROR() << "Unable to rollback changes. Error description: "
+                     << d->database.lastError().databaseText();
+    }
+    return rolledBack;
+}
+
+QString DatabaseHandler::lastCreatedObjectId() const
+{
+    return d->lastCreatedObjectId;
+}
+
+bool DatabaseHandler::executeQuery(const QString& statement, const QVariantList& values)
+{
+    QSqlQuery query(d->database);
+    if (Private::run(query, statement, values))
+        return true;
+    QLOG_ERROR() << "SQL query error: " << query.lastError().text();
+    return false;
+}
+
+QList<QSqlRecord> DatabaseHandler::executeListQuery(const QString& statement, const QVariantList& values)
+{
+    QSqlQuery query(d->database);
+    query.setForwardOnly(true);
+    if (!Private::run(query, statement, values)) {
+        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+        return {};
+    }
+    QList<QSqlRecord> records;
+    while (query.next())
+        records.append(query.record());
+    return records;
+}
+
+QSqlRecord DatabaseHandler::executeRecordQuery(const QString& statement, const QVariantList& values)
+{
+    QSqlQuery query(d->database);
+    query.setForwardOnly(true);
+    if (!Private::run(query, statement, values)) {
+        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+        return {};
+    }
+    return query.next() ? query.record() : QSqlRecord();
+}
+
+int DatabaseHandler::executeCountQuery(const QString& statement, const QVariantList& values)
+{
+    QSqlQuery query(d->database);
+    query.setForwardOnly(true);
+    if (!Private::run(query, statement, values)) {
+        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+        return 0;
+    }
+    return query.next() ? query.value(0).toInt() : 0;
+}
+
+QList<DataObject> DatabaseHandler::selectObjects(const QString& statement, const QVariantList& values)
+{
+    QList<DataObject> objects;
+    for (const QSqlRecord& record : executeListQuery(statement, values))
+        objects.append(DataObjectConverter::fromRecord(record));
+    return objects;
+}
+
+DataObject DatabaseHandler::selectObject(const QString& statement, const QVariantList& values)
+{
+    return DataObjectConverter::fromRecord(executeRecordQuery(statement, values));
+}
+
+bool DatabaseHandler::insertObject(DataObject object, const QString& table)
+{
+    const bool fromServer = object.contains(syncKey);
+    QLOG_INFO() << "Creating an object in database..." << (fromServer ? "(Sync object)" : "");
+    if (fromServer) {
+        object.remove(syncKey);
+        object.insert(syncedKey, true);
+        object.insert(localKey, false);
+    } else {
+        object.insert(syncedKey, false);
+        object.insert(localKey, true);
+    }
+    if (!object.contains(stateKey))
+        object.insert(stateKey, DEFAULT_OBJECT_STATE);
+
+    QStringList columns = object.keys();
+    if (!columns.contains(idKey)) {
+        columns.append(idKey);
+        object.insert(idKey, DataObjectConverter::newId());
+    }
+    if (!columns.contains(timestampKey)) {
+        columns.append(timestampKey);
+        object.insert(timestampKey, DataObjectConverter::currentTimestamp());
+    }
+    QVariantList values;
+    for (const QString& column : qAsConst(columns))
+        values.append(object.value(column));
+    const QString statement = QStringLiteral("INSERT INTO %1(%2) VALUES(%3)")
+                                  .arg(table, columns.join(QLatin1Char(',')), placeholders(columns.size()));
+
+    // A server object belongs to the batch transaction that sync holds open.
+    if (!fromServer)
+        beginTransaction();
+    const bool inserted = executeQuery(statement, values);
+    if (inserted && !fromServer)
+        d->lastCreatedObjectId = object.value(idKey).toString();
+    return inserted;
+}
+
+bool DatabaseHandler::updateObject(DataObject object, const QString& table, uint& timestamp)
+{
+    QLOG_INFO() << "Updating the object in database...";
+    if (object.contains(syncKey)) {
+        timestamp = object.value(timestampKey).toUInt();
+        object.remove(syncKey);
+        object.insert(syncedKey, true);
+    } else {
+        timestamp = DataObjectConverter::currentTimestamp();
+        object.insert(timestampKey, timestamp);
+        object.insert(syncedKey, false);
+    }
+
+    QStringList assignments;
+    QVariantList values;
+    for (auto field = object.cbegin(); field != object.cend(); ++field) {
+        assignments.append(field.key() + QStringLiteral("=?"));
+        values.append(field.value());
+    }
+    values.append(object.value(idKey));
+    const QString statement =
+        QStringLiteral("UPDATE %1 SET %2 WHERE ID=?").arg(table, assignments.join(QLatin1Char(',')));
+    return executeQuery(statement, values);
+}

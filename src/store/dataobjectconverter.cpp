@@ -1,0 +1,101 @@
+#include "dataobjectconverter.h"
+
+#include "core/clock.h"
+
+#include <QRegularExpression>
+#include <QSqlField>
+#include <QUuid>
+
+namespace {
+const QString startKey = QStringLiteral("START");
+const QString dueKey = QStringLiteral("DUE");
+
+bool isDateKey(const QString& key)
+{
+    return key == startKey || key == dueKey;
+}
+
+QVariant readDate(const QVariant& columnValue)
+{
+    const uint seconds = columnValue.toUInt();
+    if (seconds == 0)
+        return columnValue;
+    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
+}
+
+QVariant preparedDate(const QVariant& value)
+{
+    const QDateTime dateTime = value.toDateTime();
+    if (!dateTime.isValid())
+        return QVariant();
+    return DataObjectConverter::toUnixTime(dateTime);
+}
+
+// A null QString would reach SQLite as NULL; the store only ever writes text.
+QString nonNullText(const QVariant& value)
+{
+    const QString text = value.toString();
+    return text.isNull() ? QStringLiteral("") : text;
+}
+} // namespace
+
+DataObject DataObjectConverter::fromRecord(const QSqlRecord& record)
+{
+    DataObject object;
+    for (int i = 0; i < record.count(); ++i) {
+        const QString key = record.fieldName(i).toUpper();
+        const QVariant value = record.value(i);
+        object.insert(key, isDateKey(key) ? readDate(value) : value);
+    }
+    return object;
+}
+
+void DataObjectConverter::prepareDates(DataObject& object)
+{
+    object.insert(startKey, preparedDate(object.value(startKey)));
+    object.insert(dueKey, preparedDate(object.value(dueKey)));
+}
+
+QVariant DataObjectConverter::toSqlValue(const QVariant& value)
+{
+    switch (value.userType()) {
+    case QMetaType::Bool:
+        return qlonglong(value.toBool() ? 1 : 0);
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+        return value.toLongLong();
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return value.toDouble();
+    default:
+        return nonNullText(value);
+    }
+}
+
+QString DataObjectConverter::newId()
+{
+    static const QRegularExpression braces(QStringLiteral("[{}]"));
+    return QUuid::createUuid().toString().remove(braces);
+}
+
+uint DataObjectConverter::toUnixTime(const QDateTime& dateTime)
+{
+    const uint outOfRange = 0xFFFFFFFF;
+    if (!dateTime.isValid())
+        return outOfRange;
+    const qint64 seconds = dateTime.toMSecsSinceEpoch() / 1000;
+    if (quint64(seconds) >= quint64(outOfRange))
+        return outOfRange;
+    return uint(seconds);
+}
+
+uint DataObjectConverter::currentTimestamp()
+{
+    return toUnixTime(Clock::currentDateTimeUtc());
+}

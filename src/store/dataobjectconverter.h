@@ -1,0 +1,37 @@
+#pragma once
+
+#include "store/dataobject.h"
+
+#include <QDateTime>
+#include <QSqlRecord>
+#include <QString>
+#include <QVariant>
+
+// How an object map turns into values for SQLite and how a table row turns back into a map.
+class DataObjectConverter
+{
+public:
+    DataObjectConverter() = delete;
+
+    // One map per row, keyed by the upper-case field names. A non-zero START or DUE becomes a UTC
+    // date-time; zero keeps the raw column value, which is how an undated object reads back.
+    static DataObject fromRecord(const QSqlRecord& record);
+
+    // Turns START and DUE into Unix seconds before a task or project is written. Only date-times
+    // survive; anything else, a number included, becomes "no date". Both keys exist afterwards.
+    static void prepareDates(DataObject& object);
+
+    // The value as SQLite receives it: bools as 0 and 1, numbers as numbers, and everything else as
+    // text, where a missing value is the empty text and never NULL.
+    static QVariant toSqlValue(const QVariant& value);
+
+    // A fresh object id: a lower-case GUID without braces.
+    static QString newId();
+
+    // Unix seconds as an unsigned 32-bit value; a moment outside that range, or an invalid one, gives
+    // 0xFFFFFFFF.
+    static uint toUnixTime(const QDateTime& dateTime);
+
+    // Unix seconds of the present moment, as written into TIMESTAMP.
+    static uint currentTimestamp();
+};
