@@ -1,0 +1,91 @@
+#pragma once
+
+#include "sync/sortedlistinfo.h"
+#include "sync/sortingnamespace.h"
+
+#include <QSortFilterProxyModel>
+#include <QVariantList>
+#include <QVariantMap>
+
+#include <memory>
+
+class ListModel;
+
+// The proxy every flat list shows. It orders the rows by the list's saved sorting settings, hides
+// completed objects as the settings ask, counts the active rows, and turns a drag into a manual
+// order. Subclasses add rules for the predefined objects and for mixed lists.
+class SortModel : public QSortFilterProxyModel
+{
+    Q_OBJECT
+    Q_PROPERTY(int activeObjectCount READ activeObjectCount NOTIFY activeObjectCountChanged)
+
+public:
+    // Which "show completed" setting decides whether completed rows are shown.
+    enum ExcludeType { ExcludeCompletedProjects = 0, ExcludeCompletedTasks = 1 };
+    Q_ENUM(ExcludeType)
+
+    explicit SortModel(QObject* parent = nullptr);
+    ~SortModel() override;
+
+    void setExcludeCompletedObjectsType(ExcludeType type);
+    ExcludeType excludeCompletedObjectsType() const;
+
+    // Names the stored list whose sorting settings this model follows, and loads them.
+    void setModelType(SortingNamespace::ListType listType, const QString& listId);
+    // Takes the sorting settings as they are; they apply from the next sort.
+    void setSortedListInfo(const SortedListInfo& info);
+
+    void setSourceModel(QAbstractItemModel* sourceModel) override;
+
+    int activeObjectCount() const;
+
+    Q_INVOKABLE void switchToManualSortingMode();
+    Q_INVOKABLE void update();
+    Q_INVOKABLE void moveItem(int oldIndex, int newIndex);
+    using QSortFilterProxyModel::sort;
+    // Reloads the list's sorting settings and sorts again.
+    Q_INVOKABLE void sort();
+    Q_INVOKABLE void clear();
+    Q_INVOKABLE void requestDeletion();
+    Q_INVOKABLE QVariantList getTaskList() const;
+    Q_INVOKABLE QVariantList getObjectList() const;
+    Q_INVOKABLE int getIndexByObjectId(const QString& objectId) const;
+    Q_INVOKABLE QVariantMap getObjectByIndex(int index) const;
+
+signals:
+    void updated();
+    void activeObjectCountChanged(int activeObjectCount);
+
+protected:
+    // Answers of the two hooks below: no decision, `a` first, `b` first.
+    enum SortDecision { NoDecision = 0, LeftFirst = 1, RightFirst = 2 };
+
+    bool lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourceRight) const override;
+    bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
+
+    // Keeps the predefined objects in their places; asked before the manual order.
+    virtual int predefinedObjectsSort(const QVariantMap& a, const QVariantMap& b) const;
+    // The rule of a mixed list; a manual position beats it.
+    virtual int doAdditionalSort(const QVariantMap& a, const QVariantMap& b) const;
+    // Counts the active rows of the source, hidden ones included.
+    virtual void checkHasActiveObjects();
+
+    void setActiveObjectCount(int count);
+    // The record behind a source index.
+    static QVariantMap recordAt(const QModelIndex& sourceIndex);
+    // The record of a visible row.
+    QVariantMap visibleRecord(int row) const;
+
+private:
+    ListModel* listModel() const;
+    QStringList visibleIds() const;
+    bool sortsManually() const;
+    int manualPosition(const QVariantMap& object) const;
+    void reloadSortedListInfo();
+    void storeManualOrder(const SortingNamespace::OrderHash& order);
+    void resortAllRows();
+    bool completedObjectsShown() const;
+
+    struct Private;
+    std::unique_ptr<Private> d;
+};
