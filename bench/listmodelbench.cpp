@@ -11,24 +11,29 @@
 
 namespace {
 
+// A task as the store reads it: every map has its own key strings, TIMESTAMP is text, and an undated
+// task carries empty texts for its dates.
 QVariantMap makeTask(int number, QRandomGenerator& random)
 {
-    QVariantMap task{{QStringLiteral("ID"),
-                      QStringLiteral("%1-8d12-4482-a142-d02efefe8bbc").arg(number, 8, 16, QLatin1Char('0'))},
-                     {QStringLiteral("NAME"), QStringLiteral("Task %1").arg(number)},
-                     {QStringLiteral("PARENT"), QStringLiteral("f206bbf9-8d12-4482-a142-d02efefe8bbc")},
-                     {QStringLiteral("MEMO"), QString()},
-                     {QStringLiteral("CONTEXT"), QString()},
-                     {QStringLiteral("PERIOD"), QString()},
-                     {QStringLiteral("STATE"), 0},
-                     {QStringLiteral("TIMESTAMP"), QString::number(1700000000 + random.bounded(10000000))},
-                     {QStringLiteral("SYNCED"), 1},
-                     {QStringLiteral("LOCAL"), 0}};
     const QDateTime due =
         QDateTime(QDate(2024, 1, 1), QTime(0, 0), Qt::UTC).addSecs(qint64(random.bounded(365 * 24)) * 3600);
     const int dates = random.bounded(3);
-    task.insert(QStringLiteral("DUE"), dates > 0 ? QVariant(due) : QVariant(QString()));
-    task.insert(QStringLiteral("START"), dates > 1 ? QVariant(due.addDays(-3)) : QVariant(QString()));
+    const QList<QPair<const char*, QVariant>> columns{
+        {"id", QStringLiteral("%1-8d12-4482-a142-d02efefe8bbc").arg(number, 8, 16, QLatin1Char('0'))},
+        {"name", QStringLiteral("Task %1").arg(number)},
+        {"parent", QStringLiteral("f206bbf9-8d12-4482-a142-d02efefe8bbc")},
+        {"memo", QString()},
+        {"start", dates > 1 ? QVariant(due.addDays(-3)) : QVariant(QString())},
+        {"due", dates > 0 ? QVariant(due) : QVariant(QString())},
+        {"context", QString()},
+        {"period", QString()},
+        {"state", 0},
+        {"timestamp", QString::number(1700000000 + random.bounded(10000000))},
+        {"synced", 1},
+        {"local", 0}};
+    QVariantMap task;
+    for (const auto& column : columns)
+        task.insert(QString::fromLatin1(column.first).toUpper(), column.second);
     return task;
 }
 

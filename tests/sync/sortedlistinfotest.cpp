@@ -4,6 +4,7 @@
 #include "testlib/testenvironment.h"
 
 #include <QApplication>
+#include <QMetaEnum>
 #include <QtTest>
 
 class SortedListInfoTest : public QObject
@@ -15,6 +16,7 @@ private slots:
     void unsortedListReadsAsAscendingByTimestampGroupedByDate();
     void recordMadeWithNullDateIsStampedNowInUtc();
     void recordKeepsTheDateItIsGiven();
+    void enumsCarryTheirNamesForTheInterface();
 };
 
 void SortedListInfoTest::cleanup()
@@ -53,6 +55,13 @@ void SortedListInfoTest::recordKeepsTheDateItIsGiven()
     QCOMPARE(info.lastChanged, changed);
     QCOMPARE(info.sortingType, SortingNamespace::AlphabeticalType);
     QVERIFY(!info.groupByDate);
+}
+
+void SortedListInfoTest::enumsCarryTheirNamesForTheInterface()
+{
+    QCOMPARE(SortingNamespace::staticMetaObject.className(), "SortingNamespace");
+    QCOMPARE(QMetaEnum::fromType<SortingNamespace::SortingType>().valueToKey(2), "TimestampAscType");
+    QCOMPARE(QMetaEnum::fromType<SortingNamespace::ListType>().keyToValue("ListTypeFavorites"), 4);
 }
 
 NORVEL_TEST_MAIN(SortedListInfoTest)
