@@ -18,6 +18,7 @@ struct SortModel::Private
     bool groupByDate = true;
     int activeObjectCount = 0;
     ExcludeType excludeType = ExcludeCompletedProjects;
+    // Meaningless until setModelType names the list; an unnamed list reads as unsorted.
     ListType listType = SortingNamespace::ListTypeProject;
     QString listId;
 };

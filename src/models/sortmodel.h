@@ -32,7 +32,8 @@ public:
 
     // Names the stored list whose sorting settings this model follows, and loads them.
     void setModelType(SortingNamespace::ListType listType, const QString& listId);
-    // Takes the sorting settings as they are; they apply from the next sort.
+    // Takes a list's sorting settings as given, without asking the store. The rows follow them at the
+    // next re-sort: a change of the source or a new source model.
     void setSortedListInfo(const SortedListInfo& info);
 
     void setSourceModel(QAbstractItemModel* sourceModel) override;
