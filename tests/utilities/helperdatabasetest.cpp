@@ -1,9 +1,9 @@
-#include "utilities/helper.h"
 #include "store/databasehandler.h"
 #include "store/predefineddatahelper.h"
 #include "testlib/logcapture.h"
 #include "testlib/recordbuilder.h"
 #include "testlib/testenvironment.h"
+#include "utilities/helper.h"
 
 #include <QApplication>
 #include <QDir>

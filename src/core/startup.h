@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+
+class LogFileDestination;
+
+// The steps of start-up that come before the interface: environment, logging, the move of old
+// settings files and the database file. main() runs them in order; each is testable on its own.
+class Startup
+{
+public:
+    static constexpr qint64 maxLogSizeBytes = 20971520;
+
+    static QString dataDirectory();
+    static QString localDataDirectory();
+    static QString logDirectory();
+
+    // Variables that only take effect when set before the application object exists.
+    static void setFixedEnvironment();
+    // Reads the stored scale factor straight from settings.dat: Settings may not exist yet.
+    static void applyScaleFactor();
+    static bool shouldLogQtMessages(const QByteArray& environmentValue);
+    static void makeDirectories();
+    // Returns the file destination, which must stay alive as long as the log is written.
+    static std::shared_ptr<LogFileDestination> startLogging();
+    // Renames the .ini files of older versions to .dat; an existing .dat wins.
+    static void renameLegacySettingsFiles();
+    // Unpacks the database on a first launch, or upgrades the settings of an older installation.
+    // Returns whether this is the first launch.
+    static bool prepareDatabase();
+};
