@@ -19,6 +19,7 @@ const QString contextKey = QStringLiteral("CONTEXT");
 const QString childrenKey = QStringLiteral("CHILDREN");
 const QString levelKey = QStringLiteral("LEVEL");
 const QString localKey = QStringLiteral("LOCAL");
+const QString timestampKey = QStringLiteral("TIMESTAMP");
 const QString contextTable = QStringLiteral("context");
 
 const QString contextColumnsQuery =
@@ -136,6 +137,7 @@ bool ContextStore::updateContextLocally(const DOContext& context, QList<DataObje
     copy.remove(localKey);
     uint timestamp = 0;
     const bool updated = d->database->updateObject(copy, contextTable, timestamp);
+    copy.insert(timestampKey, timestamp);
     if (updatedObjects)
         updatedObjects->append(copy);
     return updated;
