@@ -25,6 +25,8 @@ const QString periodKey = QStringLiteral("PERIOD");
 const QString childrenKey = QStringLiteral("CHILDREN");
 const QString levelKey = QStringLiteral("LEVEL");
 const QString timestampKey = QStringLiteral("TIMESTAMP");
+const QString syncKey = QStringLiteral("SYNC");
+const QString syncedKey = QStringLiteral("SYNCED");
 const QString projectTable = QStringLiteral("project");
 
 const QString projectColumns = QStringLiteral("SELECT id, name, parent, memo, start, due, context, folder, "
@@ -53,15 +55,16 @@ const QString futureDayCondition = QStringLiteral(
 const QString activeTaskCountStatement =
     QStringLiteral("SELECT COUNT(id) FROM task WHERE state = 0 AND parent = ?");
 
-QString nestedCountStatement(int seedFolder, int countedFolder)
+// %1 is 1 to count folders and 0 to count projects; the seed row carries it too, and its timestamp of -1
+// keeps it out of the count.
+QString nestedCountStatement(int folder)
 {
     return QStringLiteral(
                "WITH RECURSIVE subobjects(obj_id, folder, timestamp, state) AS ( VALUES(?, %1, -1, "
                "0) UNION SELECT project.id, project.folder, project.timestamp, project.state FROM "
                "project JOIN subobjects ON project.parent = subobjects.obj_id) SELECT COUNT(*) FROM "
-               "subobjects WHERE subobjects.folder = %2 AND timestamp >= ? AND state <= ?")
-        .arg(seedFolder)
-        .arg(countedFolder);
+               "subobjects WHERE subobjects.folder = %1 AND timestamp >= ? AND state <= ?")
+        .arg(folder);
 }
 
 bool isDeleted(int state)
@@ -122,7 +125,7 @@ struct ProjectStore::Private
     // Clears the deleted bit and moves the object to the root when its parent row is gone.
     DataObject restoredCopy(const DataObject& object);
     QList<DataObject> selectLevelRows(const QString& condition, const QVariantList& values = {});
-    int countWithNested(int seedFolder, int countedFolder, const QString& folderId, bool includeDeleted);
+    int countWithNested(int folder, const QString& folderId, bool includeDeleted);
     bool hasCount(const QString& statement, const QString& id);
 };
 
@@ -187,14 +190,12 @@ QList<DataObject> ProjectStore::Private::selectLevelRows(const QString& conditio
     return database->selectObjects(levelQuery + condition, values);
 }
 
-int ProjectStore::Private::countWithNested(int seedFolder, int countedFolder, const QString& folderId,
-                                           bool includeDeleted)
+int ProjectStore::Private::countWithNested(int folder, const QString& folderId, bool includeDeleted)
 {
     // With deleted rows the trash horizon applies to every row, active ones included.
     const uint horizon = includeDeleted ? StoreSettings::trashHorizon() : 0;
     const int highestState = includeDeleted ? COMPLETED_AND_DELETED_OBJECT_STATE : DEFAULT_OBJECT_STATE;
-    return database->executeCountQuery(nestedCountStatement(seedFolder, countedFolder),
-                                       {folderId, horizon, highestState});
+    return database->executeCountQuery(nestedCountStatement(folder), {folderId, horizon, highestState});
 }
 
 bool ProjectStore::Private::hasCount(const QString& statement, const QString& id)
@@ -269,10 +270,15 @@ bool ProjectStore::updateProjectLocally(const DataObject& project, QList<QVarian
     copy.remove(childrenKey);
     copy.remove(levelKey);
     copy.remove(localKey);
-    DataObjectConverter::prepareDates(copy);
+    DataObject row = copy;
+    DataObjectConverter::prepareDates(row);
     uint timestamp = 0;
-    const bool updated = d->database->updateObject(copy, projectTable, timestamp);
+    const bool updated = d->database->updateObject(row, projectTable, timestamp);
+    // Handed back as it now stands in the table, with its dates still as date-times.
+    const bool fromServer = copy.contains(syncKey);
+    copy.remove(syncKey);
     copy.insert(timestampKey, timestamp);
+    copy.insert(syncedKey, fromServer ? 1 : 0);
     if (updatedProject)
         *updatedProject = copy;
     if (updatedObjects)
@@ -485,12 +491,12 @@ QStringList ProjectStore::getProjectNameChain(const QString& projectId)
 
 int ProjectStore::getNestedFolderCount(const QString& folderId, bool includeDeleted)
 {
-    return d->countWithNested(1, 1, folderId, includeDeleted);
+    return d->countWithNested(1, folderId, includeDeleted);
 }
 
 int ProjectStore::getNestedProjectCount(const QString& folderId, bool includeDeleted)
 {
-    return d->countWithNested(0, 0, folderId, includeDeleted);
+    return d->countWithNested(0, folderId, includeDeleted);
 }
 
 bool ProjectStore::hasDeletedProjects()
@@ -515,9 +521,6 @@ int ProjectStore::getProjectCount()
     QVariantList ids;
     for (const QString& id : StoreSettings::predefinedIds())
         ids.append(id);
-    // Nothing recorded yet still leaves the empty id out, as the recorded list always holds one.
-    if (ids.isEmpty())
-        ids.append(QString());
     return d->database->executeCountQuery(
         QStringLiteral(
             "SELECT COUNT(project.id) FROM project WHERE project.id NOT IN (%1) AND project.folder <> 1")
