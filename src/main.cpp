@@ -1,6 +1,7 @@
 #include "core/logger.h"
 #include "core/logmanager.h"
 #include "core/startup.h"
+#include "store/datamanager.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -62,6 +63,9 @@ int main(int argc, char** argv)
     parser.addOption(ime);
     parser.process(app);
     logImeState(parser, ime);
+
+    // Opens the database on its own thread; the interface bootstrap will take this over.
+    DataManager::instance();
 
     return app.exec();
 }

@@ -1,7 +1,11 @@
 #include "databasehandler.h"
 
 #include "core/logmanager.h"
+#include "store/calendarinfostore.h"
+#include "store/contextstore.h"
 #include "store/dataobjectconverter.h"
+#include "store/projectstore.h"
+#include "store/taskstore.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -29,6 +33,10 @@ struct DatabaseHandler::Private
 {
     QSqlDatabase database;
     QString lastCreatedObjectId;
+    TaskStore* tasks = nullptr;
+    ProjectStore* projects = nullptr;
+    ContextStore* contexts = nullptr;
+    CalendarInfoStore* calendarInfo = nullptr;
 
     // Prepares the statement on the connection, binds the values in order and runs it. On failure
     // the query holds the error.
@@ -53,6 +61,30 @@ DatabaseHandler::DatabaseHandler(const QString& connectionName, QObject* parent)
     const QString driver = QStringLiteral("QSQLITE");
     d->database = connectionName.isEmpty() ? QSqlDatabase::addDatabase(driver)
                                            : QSqlDatabase::addDatabase(driver, connectionName);
+    d->tasks = new TaskStore(this, this);
+    d->projects = new ProjectStore(this, this);
+    d->contexts = new ContextStore(this, this);
+    d->calendarInfo = new CalendarInfoStore(this, this);
+}
+
+TaskStore* DatabaseHandler::tasks() const
+{
+    return d->tasks;
+}
+
+ProjectStore* DatabaseHandler::projects() const
+{
+    return d->projects;
+}
+
+ContextStore* DatabaseHandler::contexts() const
+{
+    return d->contexts;
+}
+
+CalendarInfoStore* DatabaseHandler::calendarInfo() const
+{
+    return d->calendarInfo;
 }
 
 DatabaseHandler::~DatabaseHandler()

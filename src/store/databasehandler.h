@@ -11,6 +11,11 @@
 
 #include <memory>
 
+class CalendarInfoStore;
+class ContextStore;
+class ProjectStore;
+class TaskStore;
+
 // The one connection to the SQLite file and every statement that runs on it. Values always travel
 // as bound parameters: statements carry positional "?" placeholders and the values list fills them
 // in order, converted as DataObjectConverter::toSqlValue says.
@@ -26,6 +31,12 @@ public:
 
     // The program's connection, "norvel_app". Its first call decides the thread that owns it.
     static DatabaseHandler* instance();
+
+    // The stores that run the statements of each table, owned by this handler.
+    TaskStore* tasks() const;
+    ProjectStore* projects() const;
+    ContextStore* contexts() const;
+    CalendarInfoStore* calendarInfo() const;
 
     bool connectDatabase(const QString& filePath);
     void disconnectDatabase();

@@ -2,11 +2,16 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
 // Holds the ids of the two projects that every installation has without a row: the inbox (Norvel
 // Box) and One Step Actions. Sync replaces the defaults with the server's ids at each start.
+//
+// It also makes the demo folders and contexts that a new user starts with, and records their ids in
+// "predefined_objects.dat": under the seed number the server knows them by, and in the list that
+// counts leave out.
 class PredefinedDataHelper : public QObject
 {
     Q_OBJECT
@@ -32,11 +37,20 @@ public:
     void unsetNorvelBoxId();
     void unsetOneStepActionsId();
 
+    // Each creates its demo objects, in the application language, and records them; neither looks
+    // whether they were made before: the caller asks the matching ...Created() first.
+    Q_INVOKABLE void createPredefinedFolders();
+    Q_INVOKABLE bool predefinedFoldersCreated();
+    Q_INVOKABLE void createPredefinedContexts();
+    Q_INVOKABLE bool predefinedContextsCreated();
+
 signals:
     void norvelBoxIdChanged(const QString& id);
     void oneStepActionsIdChanged(const QString& id);
 
 private:
+    void recordCreatedObjects(const QStringList& ids, const QString& name);
+
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -1,0 +1,283 @@
+#include "repeatedtaskhelper.h"
+
+#include "core/clock.h"
+#include "store/databasehandler.h"
+#include "store/storesettings.h"
+#include "store/taskstore.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QStringList>
+
+namespace {
+const QString startKey = QStringLiteral("START");
+const QString dueKey = QStringLiteral("DUE");
+const QString periodKey = QStringLiteral("PERIOD");
+
+QDateTime dateTimeValue(const DOTask& task, const QString& key)
+{
+    return task.value(key).toDateTime().toUTC();
+}
+
+QStringList ruleFields(const QString& period)
+{
+    return period.split(QLatin1Char(';'), Qt::KeepEmptyParts);
+}
+
+// Anything with fewer fields is not a repeat rule, whatever its letter says.
+bool isRule(const QStringList& fields)
+{
+    return fields.size() > 1;
+}
+
+bool monthlyWalkMatches(QDate cursor, const QDate& date, int count)
+{
+    // Each step starts from the previous result, so a day clamped to a short month stays clamped.
+    while (cursor.isValid() && cursor < date)
+        cursor = cursor.addMonths(count);
+    return cursor == date;
+}
+
+bool weeklyWalkMatches(QDate cursor, const QDate& date, int count)
+{
+    while (cursor.isValid() && cursor < date)
+        cursor = cursor.addDays(qint64(count) * 7);
+    return cursor == date;
+}
+
+// Visits the listed days of the anchor's week, then jumps `count` weeks on to the first listed day.
+// The next step depends on the weekday alone, so coming back to a weekday no later than its last
+// visit means the walk would circle for ever (duplicate or stray entries from sync): no match then.
+bool weekdayWalkMatches(QDate cursor, const QDate& date, int count, const QStringList& days)
+{
+    QHash<int, QDate> lastVisit;
+    while (cursor.isValid() && cursor < date) {
+        const int dayOfWeek = cursor.dayOfWeek();
+        const int index = days.indexOf(QString::number(dayOfWeek));
+        // Off the list nothing moves the cursor; the repair puts the stored anchor back on it.
+        if (index < 0)
+            return false;
+        const QDate previousVisit = lastVisit.value(dayOfWeek);
+        if (previousVisit.isValid() && cursor <= previousVisit)
+            return false;
+        lastVisit.insert(dayOfWeek, cursor);
+        const bool lastListedDay = index == days.size() - 1;
+        const qint64 step = lastListedDay ? qint64(count) * 7 - dayOfWeek + days.first().toInt()
+                                          : days.at(index + 1).toInt() - dayOfWeek;
+        cursor = cursor.addDays(step);
+    }
+    return cursor == date;
+}
+
+bool ruleMatches(const QStringList& fields, const QDate& anchor, const QDate& date)
+{
+    bool isNumber = false;
+    const int count = fields.at(1).toInt(&isNumber);
+    // The editor never writes such a count, but sync may bring one; it would divide by zero or
+    // never get past the anchor.
+    if (!isNumber || count < 1)
+        return false;
+    const QString& kind = fields.at(0);
+    if (kind == QLatin1String("d"))
+        return anchor.daysTo(date) % count == 0;
+    if (kind == QLatin1String("m"))
+        return monthlyWalkMatches(anchor, date, count);
+    if (kind == QLatin1String("w") && fields.size() == 2)
+        return weeklyWalkMatches(anchor, date, count);
+    if (kind == QLatin1String("w") && fields.size() == 3)
+        return weekdayWalkMatches(anchor, date, count, fields.at(2).split(QLatin1Char(',')));
+    return false;
+}
+
+// Days forward from `dayOfWeek` to a listed weekday. Scanning from the back lets the earliest later
+// day of an ascending list win, and wraps into next week only when no later day is listed.
+int distanceToListedWeekday(const QStringList& days, int dayOfWeek)
+{
+    int distance = -1;
+    for (auto day = days.crbegin(); day != days.crend(); ++day) {
+        const int weekday = day->toInt();
+        if (weekday > dayOfWeek)
+            distance = weekday - dayOfWeek;
+        else if (weekday == dayOfWeek)
+            return 0;
+        else if (distance == -1)
+            distance = weekday + 7 - dayOfWeek;
+    }
+    return distance;
+}
+
+void moveDueOntoListedWeekday(DOTask& task, const QStringList& days)
+{
+    const QDateTime due = dateTimeValue(task, dueKey);
+    const int dayOfWeek = due.date().dayOfWeek();
+    if (days.contains(QString::number(dayOfWeek)))
+        return;
+    const int distance = distanceToListedWeekday(days, dayOfWeek);
+    if (distance > 0)
+        task.insert(dueKey, QDateTime(due.date().addDays(distance), due.time(), Qt::UTC));
+}
+
+QTime defaultStartTime()
+{
+    const QStringList parts = StoreSettings::defaultStartTime().split(QLatin1Char(':'));
+    const QTime time(parts.value(0).toInt(), parts.value(1).toInt());
+    return time.isValid() ? time : QTime(8, 0);
+}
+
+// A daily or weekly task may not span days: its start comes onto the due day, keeping its own time
+// when that is not after the due time.
+void pullStartOntoDueDay(DOTask& task)
+{
+    const QDateTime start = dateTimeValue(task, startKey);
+    const QDateTime due = dateTimeValue(task, dueKey);
+    if (start.date() == due.date())
+        return;
+    QTime startTime = start.time();
+    if (!startTime.isValid() || startTime > due.time()) {
+        const QTime fallback = defaultStartTime();
+        startTime = fallback > due.time() ? QTime(0, 0) : fallback;
+    }
+    task.insert(startKey, QDateTime(due.date(), startTime, Qt::UTC));
+}
+} // namespace
+
+struct RepeatedTaskHelper::Private
+{
+    RepeatedTaskHelper* helper = nullptr;
+    DatabaseHandler* database = nullptr;
+
+    // The entry a stored repeating task puts into the given day, or an empty map.
+    DOTask dayEntry(const DOTask& task, const QDate& date) const
+    {
+        if (!isRule(ruleFields(task.value(periodKey).toString())))
+            return {};
+        const DOTask occurrence = helper->getRepetitionTaskFromOriginalTask(task, date);
+        if (!occurrence.isEmpty())
+            return occurrence;
+        const QDate dueDate = dateTimeValue(task, dueKey).date();
+        // A task left undone stays on today even on a day its rule does not hit, so it is never lost.
+        if (date == Clock::currentDate() && dueDate.isValid() && dueDate < date)
+            return cloneRepetitionTask(task, date);
+        if (task.value(QStringLiteral("FAKETASK")).toBool() && date == dueDate)
+            return task;
+        return {};
+    }
+
+    // Without a due date the rule has no anchor, so the row stops repeating.
+    void clearRule(const DOTask& task) const
+    {
+        DOTask plain = task;
+        plain.insert(periodKey, QString());
+        database->tasks()->updateTaskLocally(plain);
+    }
+
+    void storeRepairedDates(const DOTask& task) const
+    {
+        const DOTask repaired = repairTaskDates(task);
+        const bool startChanged = dateTimeValue(repaired, startKey) != dateTimeValue(task, startKey);
+        const bool dueChanged = dateTimeValue(repaired, dueKey) != dateTimeValue(task, dueKey);
+        if (startChanged || dueChanged)
+            database->tasks()->updateTaskLocally(repaired);
+    }
+};
+
+RepeatedTaskHelper* RepeatedTaskHelper::instance()
+{
+    static RepeatedTaskHelper* helper = new RepeatedTaskHelper(DatabaseHandler::instance());
+    return helper;
+}
+
+RepeatedTaskHelper::RepeatedTaskHelper(DatabaseHandler* database, QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    d->helper = this;
+    d->database = database;
+}
+
+RepeatedTaskHelper::~RepeatedTaskHelper() = default;
+
+QList<DOTask> RepeatedTaskHelper::getRepeatedDayTasks(const QDate& date)
+{
+    QList<DOTask> entries;
+    const QList<DOTask> tasks = d->database->tasks()->getActiveRepeatedTasks();
+    for (const DOTask& task : tasks) {
+        const DOTask entry = d->dayEntry(task, date);
+        if (!entry.isEmpty())
+            entries.append(entry);
+    }
+    return entries;
+}
+
+int RepeatedTaskHelper::getRepeatedDayTaskCount(const QDate& date)
+{
+    return getRepeatedDayTasks(date).size();
+}
+
+bool RepeatedTaskHelper::hasRepeatedTasks(const QDate& date)
+{
+    const QList<DOTask> tasks = d->database->tasks()->getActiveRepeatedTasks();
+    for (const DOTask& task : tasks) {
+        if (!d->dayEntry(task, date).isEmpty())
+            return true;
+    }
+    return false;
+}
+
+DOTask RepeatedTaskHelper::getRepetitionTaskFromOriginalTask(const DOTask& task, const QDate& date)
+{
+    const QStringList fields = ruleFields(task.value(periodKey).toString());
+    if (!isRule(fields))
+        return {};
+    const QDateTime due = dateTimeValue(task, dueKey);
+    if (due.isNull()) {
+        d->clearRule(task);
+        return {};
+    }
+    d->storeRepairedDates(task);
+    // The walk starts from the dates as they were read; repaired ones count from the next read on,
+    // so every read of the same row yields the same occurrences.
+    if (!due.isValid() || due.date() >= date)
+        return {};
+    if (!ruleMatches(fields, due.date(), date))
+        return {};
+    return cloneRepetitionTask(task, date);
+}
+
+DOTask RepeatedTaskHelper::cloneRepetitionTask(const DOTask& task, const QDate& date)
+{
+    if (task.isEmpty())
+        return task;
+    DOTask occurrence = task;
+    occurrence.insert(QStringLiteral("REPEATED"), true);
+    const QDateTime start = dateTimeValue(task, startKey);
+    const QDateTime due = dateTimeValue(task, dueKey);
+    const bool hasStart = !start.isNull();
+    const qint64 startToDueDays = start.date().daysTo(due.date());
+    const QDateTime occurrenceStart(date.addDays(-startToDueDays), start.time(), Qt::UTC);
+    const QDateTime occurrenceDue(date, due.time(), Qt::UTC);
+    // Up to today the row's own dates stay beside the occurrence's, so that completing it records
+    // the occurrence while the stored dates still say where the rule stands.
+    const bool dueByNow = date <= Clock::currentDate();
+    occurrence.insert(dueByNow ? QStringLiteral("FAKEDUE") : dueKey, occurrenceDue);
+    if (hasStart)
+        occurrence.insert(dueByNow ? QStringLiteral("FAKESTART") : startKey, occurrenceStart);
+    return occurrence;
+}
+
+DOTask RepeatedTaskHelper::repairTaskDates(const DOTask& task)
+{
+    DOTask repaired = task;
+    const QString period = task.value(periodKey).toString();
+    const bool weekly = period.startsWith(QLatin1Char('w'));
+    // Monthly rules keep their dates as they are; there is nothing to repair without a due date.
+    if (!weekly && !period.startsWith(QLatin1Char('d')))
+        return repaired;
+    if (!dateTimeValue(task, dueKey).isValid())
+        return repaired;
+    const QStringList fields = ruleFields(period);
+    if (weekly && fields.size() == 3)
+        moveDueOntoListedWeekday(repaired, fields.at(2).split(QLatin1Char(',')));
+    pullStartOntoDueDay(repaired);
+    return repaired;
+}

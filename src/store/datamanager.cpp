@@ -1,0 +1,757 @@
+#include "datamanager.h"
+
+#include "core/clock.h"
+#include "core/logmanager.h"
+#include "platform/hardwaremanager.h"
+#include "services/repeatedtaskhelper.h"
+#include "store/calendarinfostore.h"
+#include "store/contextstore.h"
+#include "store/databasehandler.h"
+#include "store/datahandler.h"
+#include "store/predefineddatahelper.h"
+#include "store/projectstore.h"
+#include "store/taskstore.h"
+
+#include <QDataStream>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QThread>
+#include <QTimer>
+
+using namespace SortingNamespace;
+
+namespace {
+constexpr int delayedSyncInterval = 10000;
+constexpr int sortedListsCleanupInterval = 3000;
+
+// The worker object, reached by every method without going through the instance.
+DataHandler* dataHandler = nullptr;
+
+// Runs the function on the database thread and waits for its result. The worker's one event loop
+// serves these calls one after another, so each is atomic against every other call.
+template <typename Function> auto onWorker(Function function) -> decltype(function())
+{
+    decltype(function()) result{};
+    QMetaObject::invokeMethod(dataHandler, function, Qt::BlockingQueuedConnection, &result);
+    return result;
+}
+
+template <typename Function> void onWorkerQueued(Function function)
+{
+    QMetaObject::invokeMethod(dataHandler, function, Qt::QueuedConnection);
+}
+
+// Valid on the database thread only.
+DatabaseHandler* database()
+{
+    return DatabaseHandler::instance();
+}
+
+TaskStore* tasks()
+{
+    return database()->tasks();
+}
+
+ProjectStore* projects()
+{
+    return database()->projects();
+}
+
+ContextStore* contexts()
+{
+    return database()->contexts();
+}
+
+CalendarInfoStore* calendarInfo()
+{
+    return database()->calendarInfo();
+}
+
+// Older versions kept manual orders in settings.dat, one key per kind of list, each a QDataStream of
+// list id to order hash.
+const QString projectsSortHashKey = QStringLiteral("projects_sort_hash");
+const QString contextsSortHashKey = QStringLiteral("contexts_sort_hash");
+const QString dailyPlanSortHashKey = QStringLiteral("daily_plan_sort_hash");
+const QString favoritesSortHashKey = QStringLiteral("favorites_sort_hash");
+
+using OrderHashes = QHash<QString, OrderHash>;
+
+struct ManualSortedList
+{
+    QString listId;
+    ListType listType;
+    OrderHash orderHash;
+};
+
+OrderHashes readOrderHashes(const QSettings& settings, const QString& key)
+{
+    OrderHashes hashes;
+    QDataStream stream(settings.value(key).toByteArray());
+    stream >> hashes;
+    return hashes;
+}
+
+QList<ManualSortedList> oldProjectLists(const QSettings& settings, DataManager* dataManager)
+{
+    const QString rootProjects = QStringLiteral("root_projects");
+    const PredefinedDataHelper* predefined = PredefinedDataHelper::instance();
+    QList<ManualSortedList> lists;
+    const OrderHashes hashes = readOrderHashes(settings, projectsSortHashKey);
+    for (auto it = hashes.cbegin(); it != hashes.cend(); ++it) {
+        QString listId = it.key();
+        if (listId == predefined->oneStepActionsId())
+            listId = QStringLiteral("1_step_actions");
+        else if (listId == predefined->norvelBoxId())
+            listId = QStringLiteral("norvelbox");
+        const bool isFolder = it.key() == rootProjects ||
+                              dataManager->getProjectById(it.key()).value(QStringLiteral("FOLDER")).toBool();
+        lists.append({listId, isFolder ? ListTypeFolder : ListTypeProject, it.value()});
+    }
+    return lists;
+}
+
+QList<ManualSortedList> oldContextLists(const QSettings& settings)
+{
+    QList<ManualSortedList> lists;
+    const OrderHashes hashes = readOrderHashes(settings, contextsSortHashKey);
+    for (auto it = hashes.cbegin(); it != hashes.cend(); ++it)
+        lists.append({it.key(), ListTypeContext, it.value()});
+    return lists;
+}
+
+QList<ManualSortedList> oldDailyPlanLists(const QSettings& settings)
+{
+    QList<ManualSortedList> lists;
+    const OrderHashes hashes = readOrderHashes(settings, dailyPlanSortHashKey);
+    for (auto it = hashes.cbegin(); it != hashes.cend(); ++it)
+        lists.append({QString(it.key()).remove(QLatin1Char('.')), ListTypeDailyPlan, it.value()});
+    return lists;
+}
+
+QList<ManualSortedList> oldFavoritesLists(const QSettings& settings)
+{
+    const OrderHash favorites =
+        readOrderHashes(settings, favoritesSortHashKey).value(QStringLiteral("favorites"));
+    if (favorites.isEmpty())
+        return {};
+    return {{QStringLiteral("root_favorites"), ListTypeFavorites, favorites}};
+}
+} // namespace
+
+struct DataManager::Private
+{
+    explicit Private(DataManager* q);
+
+    QTimer* delayedSyncTimer;
+    QTimer* midnightTimer;
+    QTimer* sortedListsCleanupTimer;
+};
+
+DataManager::Private::Private(DataManager* q)
+    : delayedSyncTimer(new QTimer(q))
+    , midnightTimer(new QTimer(q))
+    , sortedListsCleanupTimer(new QTimer(q))
+{
+    delayedSyncTimer->setObjectName(QStringLiteral("delayedSyncTimer"));
+    midnightTimer->setObjectName(QStringLiteral("midnightTimer"));
+    sortedListsCleanupTimer->setObjectName(QStringLiteral("sortedListsCleanupTimer"));
+}
+
+DataManager* DataManager::instance()
+{
+    static DataManager* const dataManager = [] {
+        QLOG_INFO() << "Initialization of data manager...";
+        return new DataManager;
+    }();
+    return dataManager;
+}
+
+DataManager::DataManager()
+    : d(std::make_unique<Private>(this))
+{
+    restartMidnightTimer();
+    startWorker();
+    connectWorker();
+    connectHardware();
+    setUpTimers();
+    QTimer::singleShot(0, this, &DataManager::moveOldSortHashes);
+}
+
+DataManager::~DataManager() = default;
+
+void DataManager::startWorker()
+{
+    dataHandler = new DataHandler;
+    qRegisterMetaType<IndicatorState>("IndicatorState");
+    auto* thread = new QThread(this);
+    dataHandler->moveToThread(thread);
+    thread->start(QThread::InheritPriority);
+    QMetaObject::invokeMethod(dataHandler, &DataHandler::initialize, Qt::BlockingQueuedConnection);
+}
+
+void DataManager::connectWorker()
+{
+    connect(dataHandler, &DataHandler::indicatorStateForDateChanged, this,
+            &DataManager::indicatorStateForDateChanged, Qt::QueuedConnection);
+    // The worker may not start a timer of this thread; the midnight sync is re-armed here instead.
+    connect(
+        dataHandler, &DataHandler::mainSyncFinished, this,
+        [this] {
+            if (!d->midnightTimer->isActive())
+                restartMidnightTimer();
+        },
+        Qt::QueuedConnection);
+}
+
+void DataManager::connectHardware()
+{
+    HardwareManager* hardware = HardwareManager::instance();
+    connect(hardware, &HardwareManager::computerWokeUp, this, &DataManager::startSyncDelayed);
+    connect(hardware, &HardwareManager::internetConnectionOnline, this,
+            &DataManager::handleInternetConnectionOnline, Qt::DirectConnection);
+}
+
+void DataManager::setUpTimers()
+{
+    d->delayedSyncTimer->setInterval(delayedSyncInterval);
+    d->sortedListsCleanupTimer->setInterval(sortedListsCleanupInterval);
+    for (QTimer* timer : {d->delayedSyncTimer, d->midnightTimer, d->sortedListsCleanupTimer})
+        timer->setSingleShot(true);
+    connect(d->delayedSyncTimer, &QTimer::timeout, this, &DataManager::startSyncSilent);
+    connect(d->midnightTimer, &QTimer::timeout, this, &DataManager::startSyncSilent);
+    connect(d->sortedListsCleanupTimer, &QTimer::timeout, this,
+            [] { onWorkerQueued([] { dataHandler->cleanSortedLists(); }); });
+}
+
+void DataManager::restartMidnightTimer()
+{
+    const QDateTime now = Clock::currentDateTime();
+    QDateTime nextMidnight = now.addDays(1);
+    nextMidnight.setTime(QTime(0, 0));
+    d->midnightTimer->start(static_cast<int>(now.msecsTo(nextMidnight)));
+}
+
+void DataManager::handleInternetConnectionOnline()
+{
+    d->delayedSyncTimer->start();
+    restartMidnightTimer();
+}
+
+void DataManager::moveOldSortHashes()
+{
+    const QString dataDirectory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QSettings settings(dataDirectory + QStringLiteral("/settings.dat"), QSettings::IniFormat);
+    const QList<ManualSortedList> lists = oldProjectLists(settings, this) + oldContextLists(settings) +
+                                          oldDailyPlanLists(settings) + oldFavoritesLists(settings);
+    for (const ManualSortedList& list : lists)
+        setManualSortedList(list.listId, list.listType, list.orderHash);
+    for (const QString& key :
+         {projectsSortHashKey, contextsSortHashKey, dailyPlanSortHashKey, favoritesSortHashKey})
+        settings.remove(key);
+    settings.sync();
+}
+
+// Database handler.
+
+bool DataManager::isDataPrepared()
+{
+    return onWorker([] { return database()->isConnected(); });
+}
+
+bool DataManager::commitChanges()
+{
+    return onWorker([] { return database()->commitChanges(); });
+}
+
+bool DataManager::rollbackChanges()
+{
+    return onWorker([] { return database()->rollbackChanges(); });
+}
+
+QString DataManager::lastCreatedObjectId()
+{
+    return onWorker([] { return database()->lastCreatedObjectId(); });
+}
+
+// Tasks.
+
+bool DataManager::createTaskLocally(const DOTask& task)
+{
+    return onWorker([&] { return tasks()->createTaskLocally(task); });
+}
+
+bool DataManager::updateTaskLocally(const DOTask& task, QVariantMap* updatedTask)
+{
+    return onWorker([&] { return tasks()->updateTaskLocally(task, updatedTask); });
+}
+
+bool DataManager::restoreTask(const DOTask& task)
+{
+    return onWorker([&] { return tasks()->restoreTask(task); });
+}
+
+bool DataManager::hasDeletedTasks()
+{
+    return onWorker([] { return tasks()->hasDeletedTasks(); });
+}
+
+int DataManager::getActiveDayTaskCount(const QDateTime& dateTime)
+{
+    return onWorker([&] { return tasks()->getActiveDayTaskCount(dateTime); });
+}
+
+int DataManager::getOverdueDayTaskCount(const QDateTime& dateTime)
+{
+    return onWorker([&] { return tasks()->getOverdueDayTaskCount(dateTime); }) +
+           onWorker([&] { return RepeatedTaskHelper::instance()->getRepeatedDayTaskCount(dateTime.date()); });
+}
+
+int DataManager::getProjectOverdueTaskCount(const QString& projectId)
+{
+    return onWorker([&] { return tasks()->getProjectOverdueTaskCount(projectId); });
+}
+
+int DataManager::getContextTaskCount(const QString& contextId)
+{
+    return onWorker([&] { return tasks()->getContextTaskCount(contextId); });
+}
+
+int DataManager::getTaskCount()
+{
+    return onWorker([] { return tasks()->getTaskCount(); });
+}
+
+QList<DataObject> DataManager::getDayTasks(const QDate& date)
+{
+    return onWorker([&] { return tasks()->getDayTasks(date); }) +
+           onWorker([&] { return RepeatedTaskHelper::instance()->getRepeatedDayTasks(date); });
+}
+
+QList<DOTask> DataManager::getContextTasks(const QString& contextId)
+{
+    return onWorker([&] { return tasks()->getContextTasks(contextId); });
+}
+
+QList<DOTask> DataManager::getNoContextTasks()
+{
+    return onWorker([] { return tasks()->getNoContextTasks(); });
+}
+
+QList<DOTask> DataManager::getProjectTasks(const QString& projectId)
+{
+    return onWorker([&] { return tasks()->getProjectTasks(projectId); });
+}
+
+QList<DOTask> DataManager::getDeletedProjectTasks(const QString& projectId)
+{
+    return onWorker([&] { return tasks()->getDeletedProjectTasks(projectId); });
+}
+
+QList<DOTask> DataManager::getDeletedTasks()
+{
+    return onWorker([] { return tasks()->getDeletedTasks(); });
+}
+
+DOTask DataManager::getTaskById(const QString& id)
+{
+    return onWorker([&] { return tasks()->getTaskById(id); });
+}
+
+QList<DOTask> DataManager::getTasksByIds(const QStringList& ids)
+{
+    return onWorker([&] { return tasks()->getTasksByIds(ids); });
+}
+
+// Calendar export bookkeeping.
+
+QStringList DataManager::getCalendarTaskIds()
+{
+    return onWorker([] { return calendarInfo()->getCalendarTaskIds(); });
+}
+
+QList<DOTask> DataManager::getCalendarTasksToCreate()
+{
+    return onWorker([] { return calendarInfo()->getCalendarTasksToCreate(); });
+}
+
+QList<DOTask> DataManager::getCalendarTasksToUpdate()
+{
+    return onWorker([] { return calendarInfo()->getCalendarTasksToUpdate(); });
+}
+
+QStringList DataManager::getCalendarTasksToDelete()
+{
+    return onWorker([] { return calendarInfo()->getCalendarTasksToDelete(); });
+}
+
+bool DataManager::handleCalendarTaskCreated(const QString& taskId)
+{
+    return onWorker([&] { return calendarInfo()->handleCalendarTaskCreated(taskId); });
+}
+
+bool DataManager::handleCalendarTaskUpdated(const QString& taskId)
+{
+    return onWorker([&] { return calendarInfo()->handleCalendarTaskUpdated(taskId); });
+}
+
+bool DataManager::clearCalendarInfoTable()
+{
+    return onWorker([] { return calendarInfo()->clearCalendarInfoTable(); });
+}
+
+bool DataManager::markCalendarTasksToUpdate()
+{
+    return onWorker([] { return calendarInfo()->markCalendarTasksToUpdate(); });
+}
+
+// Projects and folders.
+
+bool DataManager::createProjectLocally(const DataObject& project)
+{
+    return onWorker([&] { return projects()->createProjectLocally(project); });
+}
+
+bool DataManager::updateProjectLocally(const DataObject& project, QList<QVariantMap>* updatedObjects,
+                                       QVariantMap* updatedProject)
+{
+    return onWorker(
+        [&] { return projects()->updateProjectLocally(project, updatedObjects, updatedProject); });
+}
+
+bool DataManager::restoreProject(const DOProject& project)
+{
+    return onWorker([&] { return projects()->restoreProject(project); });
+}
+
+bool DataManager::restoreFolder(const DOFolder& folder)
+{
+    return onWorker([&] { return projects()->restoreFolder(folder); });
+}
+
+bool DataManager::hasDeletedProjects()
+{
+    return onWorker([] { return projects()->hasDeletedProjects(); });
+}
+
+bool DataManager::hasDeletedFolders()
+{
+    return onWorker([] { return projects()->hasDeletedFolders(); });
+}
+
+int DataManager::getProjectTaskCount(const QString& projectId)
+{
+    return onWorker([&] { return projects()->getProjectTaskCount(projectId); });
+}
+
+int DataManager::getNestedFolderCount(const QString& folderId, bool includeDeleted)
+{
+    return onWorker([&] { return projects()->getNestedFolderCount(folderId, includeDeleted); });
+}
+
+int DataManager::getNestedProjectCount(const QString& folderId, bool includeDeleted)
+{
+    return onWorker([&] { return projects()->getNestedProjectCount(folderId, includeDeleted); });
+}
+
+int DataManager::getProjectCount()
+{
+    return onWorker([] { return projects()->getProjectCount(); });
+}
+
+QList<DataObject> DataManager::getRootProjects()
+{
+    return onWorker([] { return projects()->getRootProjects(); });
+}
+
+QList<DataObject> DataManager::getNestedObjects(const QString& folderId)
+{
+    return onWorker([&] { return projects()->getNestedObjects(folderId); });
+}
+
+QStringList DataManager::getProjectNameChain(const QString& projectId)
+{
+    return onWorker([&] { return projects()->getProjectNameChain(projectId); });
+}
+
+TreeHierarchy DataManager::getProjectTree()
+{
+    return onWorker([] { return projects()->getProjectTree(); });
+}
+
+QList<DOProject> DataManager::getAllActiveProjects()
+{
+    return onWorker([] { return projects()->getAllActiveProjects(); });
+}
+
+QList<DOFolder> DataManager::getAllFolders()
+{
+    return onWorker([] { return projects()->getAllFolders(); });
+}
+
+QList<DataObject> DataManager::getSubprojectsRecursive(const QString& folderId)
+{
+    return onWorker([&] { return projects()->getSubprojectsRecursive(folderId); });
+}
+
+QList<DOProject> DataManager::getDeletedProjects()
+{
+    return onWorker([] { return projects()->getDeletedProjects(); });
+}
+
+QList<DOFolder> DataManager::getDeletedFolders()
+{
+    return onWorker([] { return projects()->getDeletedFolders(); });
+}
+
+DOProject DataManager::getProjectById(const QString& id)
+{
+    return onWorker([&] { return projects()->getProjectById(id); });
+}
+
+// Contexts.
+
+bool DataManager::createContextLocally(const DOContext& context)
+{
+    return onWorker([&] { return contexts()->createContextLocally(context); });
+}
+
+bool DataManager::updateContextLocally(const DOContext& context, QList<DataObject>* updatedObjects)
+{
+    return onWorker([&] { return contexts()->updateContextLocally(context, updatedObjects); });
+}
+
+bool DataManager::restoreContext(const DOContext& context)
+{
+    return onWorker([&] { return contexts()->restoreContext(context); });
+}
+
+bool DataManager::hasDeletedContexts()
+{
+    return onWorker([] { return contexts()->hasDeletedContexts(); });
+}
+
+int DataManager::getNestedContextCount(const QString& contextId, bool includeAllStates)
+{
+    return onWorker([&] { return contexts()->getNestedContextCount(contextId, includeAllStates); });
+}
+
+int DataManager::getContextProjectCount(const QString& contextId)
+{
+    return onWorker([&] { return contexts()->getContextProjectCount(contextId); });
+}
+
+int DataManager::getContextProjectCountRecursive(const QString& contextId)
+{
+    return onWorker([&] { return contexts()->getContextProjectCountRecursive(contextId); });
+}
+
+int DataManager::getContextTaskCountRecursive(const QString& contextId)
+{
+    return onWorker([&] { return contexts()->getContextTaskCountRecursive(contextId); });
+}
+
+int DataManager::getContextCount()
+{
+    return onWorker([] { return contexts()->getContextCount(); });
+}
+
+QStringList DataManager::getContextNameChain(const QString& contextId)
+{
+    return onWorker([&] { return contexts()->getContextNameChain(contextId); });
+}
+
+TreeHierarchy DataManager::getContextTree()
+{
+    return onWorker([] { return contexts()->getContextTree(); });
+}
+
+QList<DOContext> DataManager::getRootContexts()
+{
+    return onWorker([] { return contexts()->getRootContexts(); });
+}
+
+QList<DOContext> DataManager::getAllContexts()
+{
+    return onWorker([] { return contexts()->getAllContexts(); });
+}
+
+QList<DataObject> DataManager::getContextChildren(const QString& contextId)
+{
+    return onWorker([&] { return contexts()->getContextChildren(contextId); });
+}
+
+DOContext DataManager::getContextById(const QString& id)
+{
+    return onWorker([&] { return contexts()->getContextById(id); });
+}
+
+QList<DOContext> DataManager::getSubcontextsRecursive(const QString& contextId)
+{
+    return onWorker([&] { return contexts()->getSubcontextsRecursive(contextId); });
+}
+
+QList<DOContext> DataManager::getDeletedContexts()
+{
+    return onWorker([] { return contexts()->getDeletedContexts(); });
+}
+
+QList<DataObject> DataManager::getAllObjects()
+{
+    return onWorker([] { return contexts()->getAllObjects(); });
+}
+
+// Reminder wishes of repeating tasks. They are kept by the repeated task helper's reminder store,
+// which is not part of the program yet: until it is, no wish is kept.
+
+bool DataManager::removeAllRepeatedReminders(const QString& /*taskId*/)
+{
+    return false;
+}
+
+void DataManager::setStartRepeatedReminder(const QString& /*taskId*/, int /*type*/) {}
+
+bool DataManager::hasStartRepeatedReminder(const QString& /*taskId*/, int /*type*/)
+{
+    return false;
+}
+
+QVariantList DataManager::getStartRepeatedReminders(const QString& /*taskId*/)
+{
+    return {};
+}
+
+void DataManager::setDueRepeatedReminder(const QString& /*taskId*/, int /*type*/) {}
+
+bool DataManager::hasDueRepeatedReminder(const QString& /*taskId*/, int /*type*/)
+{
+    return false;
+}
+
+QVariantList DataManager::getDueRepeatedReminders(const QString& /*taskId*/)
+{
+    return {};
+}
+
+// Scheduled reminders belong to the notification manager, which is not part of the program yet:
+// until it is, nothing is scheduled.
+
+int DataManager::getReminderCount()
+{
+    return 0;
+}
+
+void DataManager::scheduleReminder(const QVariantMap& /*taskInfo*/, int /*type*/) {}
+
+void DataManager::rescheduleReminders(const DOTask& /*oldTask*/, const DOTask& /*newTask*/) {}
+
+void DataManager::removeScheduledReminder(const QVariantMap& /*taskInfo*/, int /*type*/) {}
+
+void DataManager::removeAllRemindersById(const QString& /*taskId*/) {}
+
+bool DataManager::hasScheduledReminder(const QVariantMap& /*taskInfo*/, int /*type*/)
+{
+    return false;
+}
+
+bool DataManager::hasScheduledReminders(const QString& /*taskId*/)
+{
+    return false;
+}
+
+// Sorted lists belong to the sorting manager, which is not part of the program yet: until it is, no
+// order is stored and every list reads as one nobody has sorted.
+
+SortedListInfo DataManager::getSortedListInfo(const QString& /*listId*/, ListType /*listType*/)
+{
+    return SortedListInfo();
+}
+
+void DataManager::setSortedList(const QString& /*listId*/, ListType /*listType*/, SortingType /*sortingType*/,
+                                bool /*groupByDate*/)
+{}
+
+void DataManager::setManualSortedList(const QString& /*listId*/, ListType /*listType*/,
+                                      const OrderHash& /*orderHash*/)
+{}
+
+void DataManager::deleteSortedList(const QString& /*listId*/, ListType /*listType*/) {}
+
+bool DataManager::hasSortedListInfo(const QString& /*listId*/, ListType /*listType*/)
+{
+    return false;
+}
+
+SortingType DataManager::getSortingType(const QString& listId, ListType listType)
+{
+    return getSortedListInfo(listId, listType).sortingType;
+}
+
+bool DataManager::getGroupByDateParam(const QString& listId, ListType listType)
+{
+    return getSortedListInfo(listId, listType).groupByDate;
+}
+
+// Account and sync. They belong to the sync manager, which is not part of the program yet: until it
+// is, nobody is logged in and no sync runs.
+
+bool DataManager::isUserLoggedIn()
+{
+    return false;
+}
+
+bool DataManager::isSyncActive()
+{
+    return false;
+}
+
+bool DataManager::isAccountOperationActive()
+{
+    return false;
+}
+
+QDateTime DataManager::lastSyncDateTime()
+{
+    return QDateTime();
+}
+
+void DataManager::logout() {}
+
+void DataManager::startSync()
+{
+    d->delayedSyncTimer->stop();
+}
+
+void DataManager::startSyncSilent()
+{
+    d->delayedSyncTimer->stop();
+}
+
+void DataManager::abortSync() {}
+
+void DataManager::registerUser(const QString& /*login*/, const QString& /*password*/) {}
+
+void DataManager::checkLogin(const QString& /*login*/, const QString& /*password*/) {}
+
+void DataManager::resetPassword(const QString& /*login*/) {}
+
+void DataManager::changePassword(const QString& /*oldPassword*/, const QString& /*newPassword*/) {}
+
+void DataManager::requestIndicatorStateForDate(const QDateTime& dateTime)
+{
+    onWorkerQueued([dateTime] { dataHandler->requestIndicatorStateForDate(dateTime); });
+}
+
+void DataManager::startSyncDelayed()
+{
+    d->delayedSyncTimer->start();
+}
+
+void DataManager::cancelDelayedSync()
+{
+    d->delayedSyncTimer->stop();
+}
+
+void DataManager::cleanSortedLists()
+{
+    d->sortedListsCleanupTimer->start();
+}
