@@ -1,5 +1,7 @@
 #include "nocontexttaskslistmodel.h"
 
+#include "store/datamanager.h"
+
 #include <utility>
 
 namespace {
@@ -12,14 +14,6 @@ public:
     // Project ID to name, filled as rows ask for it.
     QHash<QString, QString> projectNames;
 };
-
-// Not wired yet: reads DataManager::getProjectById(projectId) once the data manager exists. Until
-// then no project is found and rows carry no project name.
-QVariantMap projectFromStore(const QString& projectId)
-{
-    Q_UNUSED(projectId)
-    return QVariantMap();
-}
 
 NoContextTasksListModelPrivate* privateOf(const std::unique_ptr<ListModelPrivate>& d)
 {
@@ -62,7 +56,7 @@ QVariant NoContextTasksListModel::projectName(const QString& projectId) const
     const auto cached = names.constFind(projectId);
     if (cached != names.constEnd())
         return *cached;
-    const QVariantMap project = projectFromStore(projectId);
+    const QVariantMap project = DataManager::instance()->getProjectById(projectId);
     if (project.isEmpty())
         return QVariant();
     const QString name = project.value(QStringLiteral("NAME")).toString();

@@ -3,6 +3,7 @@
 #include "core/settings.h"
 #include "models/listmodel.h"
 #include "models/manualorder.h"
+#include "store/datamanager.h"
 #include "sync/sortinghelper.h"
 
 using SortingNamespace::ListType;
@@ -274,18 +275,14 @@ void SortModel::resortAllRows()
     emit source->dataChanged(source->index(0, 0), source->index(source->rowCount() - 1, 0));
 }
 
-// Not wired yet: reads DataManager::getSortedListInfo(d->listId, d->listType) once the data manager
-// exists. Until then every list reads as one nobody has sorted.
 void SortModel::reloadSortedListInfo()
 {
-    setSortedListInfo(SortedListInfo());
+    setSortedListInfo(DataManager::instance()->getSortedListInfo(d->listId, d->listType));
 }
 
-// Not wired yet: calls DataManager::setManualSortedList(d->listId, d->listType, order) once the data
-// manager exists. Until then a manual order is computed and dropped.
 void SortModel::storeManualOrder(const OrderHash& order)
 {
-    Q_UNUSED(order)
+    DataManager::instance()->setManualSortedList(d->listId, d->listType, order);
 }
 
 bool SortModel::completedObjectsShown() const
