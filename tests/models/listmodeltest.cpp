@@ -1,8 +1,11 @@
 #include "models/listmodel.h"
 #include "models/nocontexttaskslistmodel.h"
+#include "store/datamanager.h"
 #include "testlib/recordbuilder.h"
 #include "testlib/rowsignals.h"
+#include "testlib/testdatabase.h"
 #include "testlib/testenvironment.h"
+#include "utilities/helper.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -49,6 +52,7 @@ private slots:
     void emptyIdIsAnOrdinaryKey();
     void noContextListNamesParentProjectRole();
     void noContextListReturnsParentId();
+    void noContextListNamesParentProjectFromStoreUntilNextUpdate();
 };
 
 void ListModelTest::newModelIsFilledAtOnce()
@@ -306,6 +310,29 @@ void ListModelTest::noContextListReturnsParentId()
 
     QCOMPARE(model.data(model.index(0), 259).toString(), QStringLiteral("project-1"));
     QCOMPARE(model.data(model.index(0), ListModel::stateRole).toInt(), 0);
+}
+
+void ListModelTest::noContextListNamesParentProjectFromStoreUntilNextUpdate()
+{
+    QVERIFY(TestDatabase::unpackApplicationDatabase());
+    DataManager* data = DataManager::instance();
+    DOProject project = RecordBuilder::project(QStringLiteral("Garden")).withId(QStringLiteral("garden"));
+    QVERIFY(data->createProjectLocally(project));
+    QVERIFY(data->commitChanges());
+    NoContextTasksListModel model([] {
+        return QList<QVariantMap>{
+            RecordBuilder::task().withId(QStringLiteral("t")).inParent(QStringLiteral("garden")),
+            RecordBuilder::task().withId(QStringLiteral("u")).inParent(QStringLiteral("gone"))};
+    });
+    QCOMPARE(model.data(model.index(0), 260).toString(), QStringLiteral("Garden"));
+    QVERIFY(!model.data(model.index(1), 260).isValid());
+
+    project.insert(QStringLiteral("NAME"), QStringLiteral("Orchard"));
+    QVERIFY(data->updateProjectLocally(project));
+    QVERIFY(data->commitChanges());
+    QCOMPARE(model.data(model.index(0), 260).toString(), QStringLiteral("Garden"));
+    model.update();
+    QCOMPARE(model.data(model.index(0), 260).toString(), QStringLiteral("Orchard"));
 }
 
 NORVEL_TEST_MAIN(ListModelTest)

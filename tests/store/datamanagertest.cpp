@@ -3,6 +3,7 @@
 #include "platform/hardwaremanager.h"
 #include "store/databasehandler.h"
 #include "testlib/recordbuilder.h"
+#include "testlib/testdatabase.h"
 #include "testlib/testenvironment.h"
 #include "utilities/helper.h"
 
@@ -93,8 +94,7 @@ private:
 
 void DataManagerTest::initTestCase()
 {
-    QVERIFY(QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
-    QVERIFY(Helper::instance()->unpackDatabase());
+    QVERIFY(TestDatabase::unpackApplicationDatabase());
     writeOldSortHashes();
 
     DataManager* dataManager = DataManager::instance();

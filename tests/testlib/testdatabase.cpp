@@ -1,8 +1,11 @@
 #include "testdatabase.h"
 
 #include "store/databasehandler.h"
+#include "utilities/helper.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -140,4 +143,10 @@ bool TestDatabase::attachSingleton()
 {
     d->singletonAttached = true;
     return DatabaseHandler::instance()->openDatabase(d->filePath);
+}
+
+bool TestDatabase::unpackApplicationDatabase()
+{
+    return QDir().mkpath(QFileInfo(Helper::instance()->databaseFilePath()).path()) &&
+           Helper::instance()->unpackDatabase();
 }

@@ -49,6 +49,10 @@ public:
     // singleton; the singleton is disconnected again when the fixture ends.
     bool attachSingleton();
 
+    // Unpacks the seed where the application keeps its database, for tests that go through
+    // DataManager::instance() and so through the application's own file.
+    static bool unpackApplicationDatabase();
+
 private:
     struct Private;
     std::unique_ptr<Private> d;
