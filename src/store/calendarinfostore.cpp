@@ -14,17 +14,7 @@ const QString calendarTaskColumns = QStringLiteral(
 struct CalendarInfoStore::Private
 {
     DatabaseHandler* database = nullptr;
-
-    QStringList firstColumn(const QString& statement) const;
 };
-
-QStringList CalendarInfoStore::Private::firstColumn(const QString& statement) const
-{
-    QStringList values;
-    for (const QSqlRecord& record : database->executeListQuery(statement))
-        values.append(record.value(0).toString());
-    return values;
-}
 
 CalendarInfoStore::CalendarInfoStore(DatabaseHandler* database, QObject* parent)
     : QObject(parent)
@@ -50,14 +40,14 @@ QList<DOTask> CalendarInfoStore::getCalendarTasksToUpdate()
 
 QStringList CalendarInfoStore::getCalendarTasksToDelete()
 {
-    return d->firstColumn(QStringLiteral(
+    return d->database->selectFirstColumn(QStringLiteral(
         "SELECT task.id FROM task LEFT JOIN calendar_info ON task.id = calendar_info.task_id WHERE "
         "calendar_info.synced = 1 AND calendar_info.updated = 1 AND (task.state = 1 OR task.state = 3)"));
 }
 
 QStringList CalendarInfoStore::getCalendarTaskIds()
 {
-    return d->firstColumn(QStringLiteral("SELECT task_id FROM calendar_info"));
+    return d->database->selectFirstColumn(QStringLiteral("SELECT task_id FROM calendar_info"));
 }
 
 bool CalendarInfoStore::handleCalendarTaskCreated(const QString& taskId)

@@ -53,14 +53,6 @@ bool isDeletedContext(const DataObject& context)
 {
     return context.value(stateKey).toInt() == DELETED_OBJECT_STATE;
 }
-
-QString placeholders(int count)
-{
-    QStringList marks;
-    for (int i = 0; i < count; ++i)
-        marks.append(QStringLiteral("?"));
-    return marks.join(QLatin1Char(','));
-}
 } // namespace
 
 struct ContextStore::Private
@@ -365,17 +357,13 @@ QList<DOContext> ContextStore::getSubcontextsRecursive(const QString& contextId)
 
 QStringList ContextStore::getContextNameChain(const QString& contextId)
 {
-    const QList<QSqlRecord> records = d->database->executeListQuery(
+    return d->database->selectFirstColumn(
         QStringLiteral(
             "WITH RECURSIVE tree_level(obj_id, parent, level, name) AS ( SELECT id, parent, 0, name "
             "FROM context WHERE id = ? UNION SELECT context.id, context.parent, tree_level.level + "
             "1, context.name FROM context JOIN tree_level ON context.id = tree_level.parent) "
             "SELECT name FROM tree_level ORDER BY level DESC"),
         {contextId});
-    QStringList names;
-    for (const QSqlRecord& record : records)
-        names.append(record.value(0).toString());
-    return names;
 }
 
 int ContextStore::getContextProjectCount(const QString& contextId)
@@ -422,14 +410,9 @@ bool ContextStore::hasDeletedContexts()
 
 int ContextStore::getContextCount()
 {
-    const QStringList predefinedIds = StoreSettings::predefinedIds();
-    QVariantList values;
-    for (const QString& id : predefinedIds)
-        values.append(id);
-    return d->database->executeCountQuery(
-        QStringLiteral("SELECT COUNT(context.id) FROM context WHERE context.id NOT IN (%1)")
-            .arg(placeholders(values.size())),
-        values);
+    return d->database->executeListCountQuery(
+        QStringLiteral("SELECT COUNT(context.id) FROM context WHERE context.id NOT IN (%1)"),
+        StoreSettings::predefinedIds());
 }
 
 bool ContextStore::contextHasActiveObjects(const DOContext& context)

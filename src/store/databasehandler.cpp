@@ -19,14 +19,6 @@ const QString localKey = QStringLiteral("LOCAL");
 const QString stateKey = QStringLiteral("STATE");
 const QString idKey = QStringLiteral("ID");
 const QString timestampKey = QStringLiteral("TIMESTAMP");
-
-QString placeholders(int count)
-{
-    QStringList marks;
-    for (int i = 0; i < count; ++i)
-        marks.append(QStringLiteral("?"));
-    return marks.join(QLatin1Char(','));
-}
 } // namespace
 
 struct DatabaseHandler::Private
@@ -239,6 +231,27 @@ int DatabaseHandler::executeCountQuery(const QString& statement, const QVariantL
     return query.next() ? query.value(0).toInt() : 0;
 }
 
+QString DatabaseHandler::placeholders(int count)
+{
+    QStringList marks;
+    for (int i = 0; i < count; ++i)
+        marks.append(QStringLiteral("?"));
+    return marks.join(QLatin1Char(','));
+}
+
+int DatabaseHandler::executeListCountQuery(const QString& statement, const QStringList& ids)
+{
+    return executeCountQuery(statement.arg(placeholders(ids.size())), QVariantList(ids.cbegin(), ids.cend()));
+}
+
+QStringList DatabaseHandler::selectFirstColumn(const QString& statement, const QVariantList& values)
+{
+    QStringList column;
+    for (const QSqlRecord& record : executeListQuery(statement, values))
+        column.append(record.value(0).toString());
+    return column;
+}
+
 QList<DataObject> DatabaseHandler::selectObjects(const QString& statement, const QVariantList& values)
 {
     QList<DataObject> objects;
@@ -279,8 +292,9 @@ bool DatabaseHandler::insertObject(DataObject object, const QString& table)
     QVariantList values;
     for (const QString& column : qAsConst(columns))
         values.append(object.value(column));
-    const QString statement = QStringLiteral("INSERT INTO %1(%2) VALUES(%3)")
-                                  .arg(table, columns.join(QLatin1Char(',')), placeholders(columns.size()));
+    const QString statement =
+        QStringLiteral("INSERT INTO %1(%2) VALUES(%3)")
+            .arg(table, columns.join(QLatin1Char(',')), DatabaseHandler::placeholders(columns.size()));
 
     // A server object belongs to the batch transaction that sync holds open.
     if (!fromServer)

@@ -32,6 +32,9 @@ public:
     // The program's connection, "norvel_app". Its first call decides the thread that owns it.
     static DatabaseHandler* instance();
 
+    // One "?" per value, for the list of an IN clause.
+    static QString placeholders(int count);
+
     // The stores that run the statements of each table, owned by this handler.
     TaskStore* tasks() const;
     ProjectStore* projects() const;
@@ -62,6 +65,10 @@ public:
     QSqlRecord executeRecordQuery(const QString& statement, const QVariantList& values = {});
     // The first column of the first row, or 0 without a row.
     int executeCountQuery(const QString& statement, const QVariantList& values = {});
+    // A count whose statement holds one %1 for a list of ids, each id bound as a value of its own.
+    int executeListCountQuery(const QString& statement, const QStringList& ids);
+    // The first column of every row, as text.
+    QStringList selectFirstColumn(const QString& statement, const QVariantList& values = {});
     QList<DataObject> selectObjects(const QString& statement, const QVariantList& values = {});
     // The first row as a map, or an empty map when nothing matches.
     DataObject selectObject(const QString& statement, const QVariantList& values = {});

@@ -4,6 +4,7 @@
 #include "core/logmanager.h"
 #include "store/databasehandler.h"
 #include "store/dataobjectconverter.h"
+#include "store/dayquery.h"
 #include "store/predefineddatahelper.h"
 #include "store/storesettings.h"
 #include "store/taskstore.h"
@@ -77,41 +78,17 @@ QString idOf(const DataObject& object)
     return object.value(idKey).toString();
 }
 
-QString placeholders(int count)
+const QString& dayCondition(const DayQuery& day)
 {
-    QStringList marks;
-    for (int i = 0; i < count; ++i)
-        marks.append(QStringLiteral("?"));
-    return marks.join(QLatin1Char(','));
-}
-
-// A statement whose markers %1 and %2 may each occur several times, turned into one "?" per occurrence
-// with the values bound in the order the markers appear.
-struct BoundStatement
-{
-    QString text;
-    QVariantList values;
-};
-
-BoundStatement bindMarkers(const QString& statement, const QVariantList& markerValues)
-{
-    static const QRegularExpression marker(QStringLiteral("%(\\d)"));
-    BoundStatement bound;
-    int copiedUpTo = 0;
-    auto matches = marker.globalMatch(statement);
-    while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        bound.text += statement.midRef(copiedUpTo, match.capturedStart() - copiedUpTo) + QLatin1Char('?');
-        bound.values.append(markerValues.value(match.captured(1).toInt() - 1));
-        copiedUpTo = match.capturedEnd();
+    switch (day.kind()) {
+    case DayQuery::Today:
+        return todayCondition;
+    case DayQuery::PastDay:
+        return pastDayCondition;
+    case DayQuery::FutureDay:
+        break;
     }
-    bound.text += statement.midRef(copiedUpTo);
-    return bound;
-}
-
-qint64 dayStartSeconds(const QDate& date)
-{
-    return QDateTime(date, QTime(0, 0), Qt::UTC).toSecsSinceEpoch();
+    return futureDayCondition;
 }
 } // namespace
 
@@ -476,17 +453,13 @@ QList<DataObject> ProjectStore::getSubprojectsRecursive(const QString& folderId)
 
 QStringList ProjectStore::getProjectNameChain(const QString& projectId)
 {
-    const QList<QSqlRecord> records = d->database->executeListQuery(
+    return d->database->selectFirstColumn(
         QStringLiteral(
             "WITH RECURSIVE tree_level(obj_id, parent, level, name) AS ( SELECT id, parent, 0, name "
             "FROM project WHERE id = ? UNION SELECT project.id, project.parent, tree_level.level + 1, "
             "project.name FROM project JOIN tree_level ON project.id = tree_level.parent) SELECT name "
             "FROM tree_level ORDER BY level DESC"),
         {projectId});
-    QStringList names;
-    for (const QSqlRecord& record : records)
-        names.append(record.value(0).toString());
-    return names;
 }
 
 int ProjectStore::getNestedFolderCount(const QString& folderId, bool includeDeleted)
@@ -518,14 +491,10 @@ bool ProjectStore::hasDeletedFolders()
 
 int ProjectStore::getProjectCount()
 {
-    QVariantList ids;
-    for (const QString& id : StoreSettings::predefinedIds())
-        ids.append(id);
-    return d->database->executeCountQuery(
+    return d->database->executeListCountQuery(
         QStringLiteral(
-            "SELECT COUNT(project.id) FROM project WHERE project.id NOT IN (%1) AND project.folder <> 1")
-            .arg(placeholders(ids.size())),
-        ids);
+            "SELECT COUNT(project.id) FROM project WHERE project.id NOT IN (%1) AND project.folder <> 1"),
+        StoreSettings::predefinedIds());
 }
 
 int ProjectStore::getProjectTaskCount(const QString& projectId)
@@ -568,12 +537,7 @@ QList<DOProject> ProjectStore::getDayProjects(const QDate& date)
 {
     if (!date.isValid())
         return {};
-    const qint64 dayStart = dayStartSeconds(date);
-    const qint64 dayEnd = dayStartSeconds(date.addDays(1));
-    const qint64 todayStart = dayStartSeconds(Clock::currentDate());
-    const QString& condition = dayStart == todayStart  ? todayCondition
-                               : dayStart < todayStart ? pastDayCondition
-                                                       : futureDayCondition;
-    const BoundStatement statement = bindMarkers(dayProjectColumns + condition, {dayStart, dayEnd});
+    const DayQuery day(date);
+    const DayQuery::Statement statement = day.bind(dayProjectColumns + dayCondition(day));
     return d->database->selectObjects(statement.text, statement.values);
 }

@@ -5,11 +5,11 @@
 #include "store/calendarinfostore.h"
 #include "store/databasehandler.h"
 #include "store/dataobjectconverter.h"
+#include "store/dayquery.h"
 #include "store/predefineddatahelper.h"
 #include "store/projectstore.h"
 #include "store/storesettings.h"
 
-#include <QRegularExpression>
 #include <functional>
 
 namespace {
@@ -42,80 +42,16 @@ const QString futureDayCondition = QStringLiteral(
     "WHERE (state = 0 AND ((due >= %1 AND due < %2) OR (due <> '' AND due >= %2 AND (start = '' OR start < "
     "%2)) OR (due = '' AND start < %2))) OR (state = 2 AND (due >= %1 AND due < %2))");
 
-// A statement written with the markers %1, %2, ... and the values they stand for, in marker order.
-struct BoundStatement
+const QString& dayCondition(const DayQuery& day)
 {
-    QString text;
-    QVariantList values;
-};
-
-// Statements keep the shape in which they are written, with a marker for each value; every
-// occurrence of a marker becomes one "?" and its value is bound in that place.
-BoundStatement bind(const QString& statement, const QVariantList& arguments)
-{
-    static const QRegularExpression marker(QStringLiteral("%(\\d)"));
-    BoundStatement bound;
-    int copiedUpTo = 0;
-    auto match = marker.globalMatch(statement);
-    while (match.hasNext()) {
-        const QRegularExpressionMatch found = match.next();
-        bound.text += statement.midRef(copiedUpTo, found.capturedStart() - copiedUpTo);
-        bound.text += QLatin1Char('?');
-        bound.values.append(arguments.value(found.captured(1).toInt() - 1));
-        copiedUpTo = found.capturedEnd();
-    }
-    bound.text += statement.midRef(copiedUpTo);
-    return bound;
-}
-
-QString placeholderList(int count)
-{
-    QStringList marks;
-    for (int i = 0; i < count; ++i)
-        marks.append(QStringLiteral("?"));
-    return marks.join(QLatin1Char(','));
-}
-
-QVariantList toValues(const QStringList& texts)
-{
-    QVariantList values;
-    for (const QString& text : texts)
-        values.append(text);
-    return values;
-}
-
-// Dates are kept as the wall clock the user chose, labelled UTC; a moment of the local clock is
-// compared with them by reading its fields as if they were UTC.
-QDateTime asWallClock(const QDateTime& dateTime)
-{
-    return QDateTime(dateTime.date(), dateTime.time(), Qt::UTC);
-}
-
-QDateTime wallClockMidnight(const QDate& date)
-{
-    return QDateTime(date, QTime(0, 0), Qt::UTC);
-}
-
-struct DayBounds
-{
-    uint start;
-    uint end;
-};
-
-DayBounds dayBounds(const QDate& date)
-{
-    return {DataObjectConverter::toUnixTime(wallClockMidnight(date)),
-            DataObjectConverter::toUnixTime(wallClockMidnight(date.addDays(1)))};
-}
-
-const QString& dayCondition(const QDate& date)
-{
-    const QDateTime dayStart = wallClockMidnight(date);
-    const QDateTime todayStart = wallClockMidnight(Clock::currentDate());
-    if (dayStart == todayStart)
+    switch (day.kind()) {
+    case DayQuery::Today:
         return todayCondition;
-    if (dayStart < todayStart)
+    case DayQuery::PastDay:
         return pastDayCondition;
+    case DayQuery::FutureDay:
+        break;
+    }
     return futureDayCondition;
 }
 
@@ -186,15 +122,14 @@ QList<DOTask> TaskStore::Private::selectTasks(const QString& condition, const QV
 
 QList<DOTask> TaskStore::Private::selectDayTasks(const QDate& date) const
 {
-    const DayBounds bounds = dayBounds(date);
-    const BoundStatement statement = bind(taskColumns + dayCondition(date), {bounds.start, bounds.end});
+    const DayQuery day(date);
+    const DayQuery::Statement statement = day.bind(taskColumns + dayCondition(day));
     return database->selectObjects(statement.text, statement.values);
 }
 
 int TaskStore::Private::countForDay(const QString& statement, const QDate& date) const
 {
-    const DayBounds bounds = dayBounds(date);
-    const BoundStatement bound = bind(statement, {bounds.start, bounds.end});
+    const DayQuery::Statement bound = DayQuery(date).bind(statement);
     return database->executeCountQuery(bound.text, bound.values);
 }
 
@@ -352,7 +287,8 @@ DOTask TaskStore::getTaskById(const QString& id)
 
 QList<DOTask> TaskStore::getTasksByIds(const QStringList& ids)
 {
-    return d->selectTasks(QStringLiteral("WHERE id IN (%1)").arg(placeholderList(ids.size())), toValues(ids));
+    return d->selectTasks(QStringLiteral("WHERE id IN (%1)").arg(DatabaseHandler::placeholders(ids.size())),
+                          QVariantList(ids.cbegin(), ids.cend()));
 }
 
 QList<DOTask> TaskStore::getDeletedTasks()
@@ -387,16 +323,14 @@ int TaskStore::getContextTaskCount(const QString& contextId)
 
 int TaskStore::getTaskCount()
 {
-    const QStringList predefinedIds = StoreSettings::predefinedIds();
-    return d->database->executeCountQuery(
-        QStringLiteral("SELECT COUNT(task.id) FROM task WHERE task.id NOT IN (%1)")
-            .arg(placeholderList(predefinedIds.size())),
-        toValues(predefinedIds));
+    return d->database->executeListCountQuery(
+        QStringLiteral("SELECT COUNT(task.id) FROM task WHERE task.id NOT IN (%1)"),
+        StoreSettings::predefinedIds());
 }
 
 int TaskStore::getActiveDayTaskCount(const QDateTime& dateTime)
 {
-    const QDateTime moment = asWallClock(dateTime);
+    const QDateTime moment = DayQuery::asWallClock(dateTime);
     return countOpenDatedTasks(d->selectDayTasks(moment.date()), [&moment](const QDateTime& due) {
         return due.date() == moment.date() && due >= moment;
     });
@@ -404,21 +338,21 @@ int TaskStore::getActiveDayTaskCount(const QDateTime& dateTime)
 
 int TaskStore::getOverdueDayTaskCount(const QDateTime& dateTime)
 {
-    const QDateTime moment = asWallClock(dateTime);
+    const QDateTime moment = DayQuery::asWallClock(dateTime);
     return countOpenDatedTasks(d->selectDayTasks(moment.date()),
                                [&moment](const QDateTime& due) { return due < moment; });
 }
 
 int TaskStore::getProjectOverdueTaskCount(const QString& projectId)
 {
-    const QDateTime now = asWallClock(Clock::currentDateTime());
+    const QDateTime now = DayQuery::asWallClock(Clock::currentDateTime());
     return countOpenDatedTasks(getProjectTasks(projectId),
                                [&now](const QDateTime& due) { return due < now; });
 }
 
 bool TaskStore::hasActiveObjects(const QDateTime& dateTime)
 {
-    const QDate day = asWallClock(dateTime).date();
+    const QDate day = DayQuery::asWallClock(dateTime).date();
     if (d->countForDay(
             QStringLiteral("SELECT COUNT(id) FROM task WHERE state = 0 AND (due >= %1 AND due < %2)"), day) >
         0)
@@ -433,7 +367,7 @@ bool TaskStore::hasActiveObjects(const QDateTime& dateTime)
 bool TaskStore::hasOverdueTasks(const QDateTime& dateTime)
 {
     return d->countForDay(QStringLiteral("SELECT COUNT(id) FROM task WHERE state = 0 AND due < %1"),
-                          asWallClock(dateTime).date()) > 0;
+                          DayQuery::asWallClock(dateTime).date()) > 0;
 }
 
 QList<DataObject> TaskStore::getDayTasks(const QDate& date)
