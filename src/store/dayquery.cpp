@@ -23,6 +23,20 @@ DayQuery::Kind DayQuery::kind() const
     return m_date < today ? PastDay : FutureDay;
 }
 
+const QString& DayQuery::condition(const QString& today, const QString& pastDay,
+                                   const QString& futureDay) const
+{
+    switch (kind()) {
+    case Today:
+        return today;
+    case PastDay:
+        return pastDay;
+    case FutureDay:
+        break;
+    }
+    return futureDay;
+}
+
 uint DayQuery::start() const
 {
     return uint(wallClockMidnight(m_date).toSecsSinceEpoch());

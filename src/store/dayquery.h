@@ -10,10 +10,6 @@
 class DayQuery
 {
 public:
-    // Which day statement applies: today's brings overdue objects along, a past day shows only what
-    // was due then.
-    enum Kind { Today, PastDay, FutureDay };
-
     // A statement with its values, "?" standing for each in turn.
     struct Statement
     {
@@ -23,7 +19,9 @@ public:
 
     explicit DayQuery(const QDate& date);
 
-    Kind kind() const;
+    // The one of the three day conditions that applies to this day: today's brings overdue objects
+    // along, a past day's shows only what was due then.
+    const QString& condition(const QString& today, const QString& pastDay, const QString& futureDay) const;
     uint start() const;
     uint end() const;
 
@@ -36,5 +34,8 @@ public:
     static QDateTime asWallClock(const QDateTime& localMoment);
 
 private:
+    enum Kind { Today, PastDay, FutureDay };
+    Kind kind() const;
+
     QDate m_date;
 };

@@ -78,18 +78,6 @@ QString idOf(const DataObject& object)
     return object.value(idKey).toString();
 }
 
-const QString& dayCondition(const DayQuery& day)
-{
-    switch (day.kind()) {
-    case DayQuery::Today:
-        return todayCondition;
-    case DayQuery::PastDay:
-        return pastDayCondition;
-    case DayQuery::FutureDay:
-        break;
-    }
-    return futureDayCondition;
-}
 } // namespace
 
 struct ProjectStore::Private
@@ -538,6 +526,7 @@ QList<DOProject> ProjectStore::getDayProjects(const QDate& date)
     if (!date.isValid())
         return {};
     const DayQuery day(date);
-    const DayQuery::Statement statement = day.bind(dayProjectColumns + dayCondition(day));
+    const DayQuery::Statement statement =
+        day.bind(dayProjectColumns + day.condition(todayCondition, pastDayCondition, futureDayCondition));
     return d->database->selectObjects(statement.text, statement.values);
 }

@@ -42,19 +42,6 @@ const QString futureDayCondition = QStringLiteral(
     "WHERE (state = 0 AND ((due >= %1 AND due < %2) OR (due <> '' AND due >= %2 AND (start = '' OR start < "
     "%2)) OR (due = '' AND start < %2))) OR (state = 2 AND (due >= %1 AND due < %2))");
 
-const QString& dayCondition(const DayQuery& day)
-{
-    switch (day.kind()) {
-    case DayQuery::Today:
-        return todayCondition;
-    case DayQuery::PastDay:
-        return pastDayCondition;
-    case DayQuery::FutureDay:
-        break;
-    }
-    return futureDayCondition;
-}
-
 bool isCompleted(const DOTask& task)
 {
     return task.value(stateKey).toInt() == COMPLETED_OBJECT_STATE;
@@ -123,7 +110,8 @@ QList<DOTask> TaskStore::Private::selectTasks(const QString& condition, const QV
 QList<DOTask> TaskStore::Private::selectDayTasks(const QDate& date) const
 {
     const DayQuery day(date);
-    const DayQuery::Statement statement = day.bind(taskColumns + dayCondition(day));
+    const DayQuery::Statement statement =
+        day.bind(taskColumns + day.condition(todayCondition, pastDayCondition, futureDayCondition));
     return database->selectObjects(statement.text, statement.values);
 }
 
