@@ -8,6 +8,7 @@
 #include "store/taskstore.h"
 #include "store/treehierarchybuilder.h"
 
+#include <QSet>
 #include <QSqlRecord>
 
 namespace {
@@ -19,7 +20,6 @@ const QString contextKey = QStringLiteral("CONTEXT");
 const QString childrenKey = QStringLiteral("CHILDREN");
 const QString levelKey = QStringLiteral("LEVEL");
 const QString localKey = QStringLiteral("LOCAL");
-const QString timestampKey = QStringLiteral("TIMESTAMP");
 const QString contextTable = QStringLiteral("context");
 
 const QString contextColumnsQuery =
@@ -129,9 +129,8 @@ bool ContextStore::updateContextLocally(const DOContext& context, QList<DataObje
     copy.remove(localKey);
     uint timestamp = 0;
     const bool updated = d->database->updateObject(copy, contextTable, timestamp);
-    copy.insert(timestampKey, timestamp);
     if (updatedObjects)
-        updatedObjects->append(copy);
+        updatedObjects->append(DataObjectConverter::asWritten(copy, timestamp));
     return updated;
 }
 
@@ -211,8 +210,11 @@ bool ContextStore::Private::restoreAncestors(const DOContext& context)
     if (state != DEFAULT_OBJECT_STATE)
         return true;
     bool result = true;
+    // Parents that loop back on themselves arrive only in damaged data; the walk must still end.
+    QSet<QString> visited;
     QString id = context.value(parentKey).toString();
-    while (!id.isEmpty()) {
+    while (!id.isEmpty() && !visited.contains(id)) {
+        visited.insert(id);
         const DOContext ancestor = q->getContextById(id);
         if (ancestor.isEmpty())
             break;

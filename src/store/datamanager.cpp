@@ -207,6 +207,8 @@ void DataManager::connectHardware()
 {
     HardwareManager* hardware = HardwareManager::instance();
     connect(hardware, &HardwareManager::computerWokeUp, this, &DataManager::startSyncDelayed);
+    // Timers stand still while the machine sleeps, so the midnight sync is measured anew on waking.
+    connect(hardware, &HardwareManager::computerWokeUp, this, &DataManager::restartMidnightTimer);
     connect(hardware, &HardwareManager::internetConnectionOnline, this,
             &DataManager::handleInternetConnectionOnline, Qt::DirectConnection);
 }
@@ -226,8 +228,8 @@ void DataManager::setUpTimers()
 void DataManager::restartMidnightTimer()
 {
     const QDateTime now = Clock::currentDateTime();
-    QDateTime nextMidnight = now.addDays(1);
-    nextMidnight.setTime(QTime(0, 0));
+    // Where the clocks go forward at midnight the day starts later than 00:00; startOfDay knows.
+    const QDateTime nextMidnight = now.date().addDays(1).startOfDay();
     d->midnightTimer->start(static_cast<int>(now.msecsTo(nextMidnight)));
 }
 

@@ -78,6 +78,14 @@ QVariant DataObjectConverter::toSqlValue(const QVariant& value)
     }
 }
 
+DataObject DataObjectConverter::asWritten(DataObject object, uint timestamp)
+{
+    const bool fromServer = object.remove(QStringLiteral("SYNC")) > 0;
+    object.insert(QStringLiteral("TIMESTAMP"), timestamp);
+    object.insert(QStringLiteral("SYNCED"), fromServer ? 1 : 0);
+    return object;
+}
+
 QString DataObjectConverter::newId()
 {
     static const QRegularExpression braces(QStringLiteral("[{}]"));

@@ -25,6 +25,10 @@ public:
     // text, where a missing value is the empty text and never NULL.
     static QVariant toSqlValue(const QVariant& value);
 
+    // The object as an update with the given timestamp leaves it in the table: synced only when it
+    // came from the server, and without the SYNC marker. Dates stay as they are.
+    static DataObject asWritten(DataObject object, uint timestamp);
+
     // A fresh object id: a lower-case GUID without braces.
     static QString newId();
 

@@ -25,9 +25,6 @@ const QString localKey = QStringLiteral("LOCAL");
 const QString periodKey = QStringLiteral("PERIOD");
 const QString childrenKey = QStringLiteral("CHILDREN");
 const QString levelKey = QStringLiteral("LEVEL");
-const QString timestampKey = QStringLiteral("TIMESTAMP");
-const QString syncKey = QStringLiteral("SYNC");
-const QString syncedKey = QStringLiteral("SYNCED");
 const QString projectTable = QStringLiteral("project");
 
 const QString projectColumns = QStringLiteral("SELECT id, name, parent, memo, start, due, context, folder, "
@@ -239,11 +236,7 @@ bool ProjectStore::updateProjectLocally(const DataObject& project, QList<QVarian
     DataObjectConverter::prepareDates(row);
     uint timestamp = 0;
     const bool updated = d->database->updateObject(row, projectTable, timestamp);
-    // Handed back as it now stands in the table, with its dates still as date-times.
-    const bool fromServer = copy.contains(syncKey);
-    copy.remove(syncKey);
-    copy.insert(timestampKey, timestamp);
-    copy.insert(syncedKey, fromServer ? 1 : 0);
+    copy = DataObjectConverter::asWritten(copy, timestamp);
     if (updatedProject)
         *updatedProject = copy;
     if (updatedObjects)

@@ -20,9 +20,6 @@ const QString startKey = QStringLiteral("START");
 const QString dueKey = QStringLiteral("DUE");
 const QString periodKey = QStringLiteral("PERIOD");
 const QString stateKey = QStringLiteral("STATE");
-const QString timestampKey = QStringLiteral("TIMESTAMP");
-const QString syncedKey = QStringLiteral("SYNCED");
-const QString syncKey = QStringLiteral("SYNC");
 const QString taskTable = QStringLiteral("task");
 
 // Keys that only live on maps in the interface and never reach the row.
@@ -169,13 +166,8 @@ bool TaskStore::updateTaskLocally(const DOTask& task, QVariantMap* updatedTask)
     if (!updated)
         return false;
     d->database->calendarInfo()->markCalendarTaskUpdated(finalTask.value(idKey).toString());
-    if (updatedTask) {
-        const bool fromServer = finalTask.contains(syncKey);
-        finalTask.remove(syncKey);
-        finalTask.insert(timestampKey, timestamp);
-        finalTask.insert(syncedKey, fromServer ? 1 : 0);
-        *updatedTask = finalTask;
-    }
+    if (updatedTask)
+        *updatedTask = DataObjectConverter::asWritten(finalTask, timestamp);
     return true;
 }
 
