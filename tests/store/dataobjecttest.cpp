@@ -2,25 +2,7 @@
 #include "testlib/testenvironment.h"
 
 #include <QApplication>
-#include <QThread>
 #include <QtTest>
-
-namespace {
-// Emits from a worker thread, as the database thread does towards the interface.
-class Sender : public QObject
-{
-    Q_OBJECT
-
-public:
-    void send(const IndicatorState& state, const TreeHierarchy& tree, const QList<DOTask>& tasks)
-    {
-        emit sent(state, tree, tasks);
-    }
-
-signals:
-    void sent(IndicatorState state, TreeHierarchy tree, QList<DOTask> tasks);
-};
-} // namespace
 
 class DataObjectTest : public QObject
 {
@@ -30,7 +12,6 @@ private slots:
     void initTestCase();
     void typeNamesOfQueuedCallsResolve_data();
     void typeNamesOfQueuedCallsResolve();
-    void valuesCrossThreadsIntact();
 };
 
 void DataObjectTest::initTestCase()
@@ -58,38 +39,6 @@ void DataObjectTest::typeNamesOfQueuedCallsResolve()
     QFETCH(int, type);
 
     QCOMPARE(QMetaType::type(name), type);
-}
-
-void DataObjectTest::valuesCrossThreadsIntact()
-{
-    QThread worker;
-    Sender sender;
-    sender.moveToThread(&worker);
-    worker.start();
-    IndicatorState received;
-    TreeHierarchy receivedTree;
-    QList<DOTask> receivedTasks;
-    QObject receiver;
-    connect(&sender, &Sender::sent, &receiver,
-            [&](IndicatorState state, TreeHierarchy tree, QList<DOTask> tasks) {
-                received = state;
-                receivedTree = tree;
-                receivedTasks = tasks;
-            });
-    const DOTask task{{QStringLiteral("ID"), QStringLiteral("t1")}};
-
-    QMetaObject::invokeMethod(&sender, [&] {
-        sender.send(IndicatorState{true, false, true}, TreeHierarchy{{{"t1", task}}, {task}}, {task});
-    });
-
-    QTRY_COMPARE(receivedTasks, QList<DOTask>{task});
-    worker.quit();
-    worker.wait();
-    QCOMPARE(received.hasActiveTasks, true);
-    QCOMPARE(received.hasOverdueTasks, false);
-    QCOMPARE(received.hasRepeatedTasks, true);
-    QCOMPARE(receivedTree.objectById.value("t1"), task);
-    QCOMPARE(receivedTree.rootObjects, QList<DataObject>{task});
 }
 
 NORVEL_TEST_MAIN(DataObjectTest)
