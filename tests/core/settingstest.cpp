@@ -465,6 +465,7 @@ void SettingsTest::resettingLoginAndPasswordWritesThemEmpty()
     QSignalSpy passwordSpy(&settings, &Settings::clientPasswordChanged);
 
     QVERIFY(metaProperty("clientLogin").reset(&settings));
+    QCOMPARE(credentialsOnDisk(credentialsPath()), (QStringList{QString(), "s3cret", "tok"}));
     QVERIFY(metaProperty("clientPassword").reset(&settings));
 
     QCOMPARE(loginSpy.count(), 1);
