@@ -43,6 +43,8 @@ int main(int argc, char** argv)
         qInstallMessageHandler(handleQtMessages);
 
     QApplication app(argc, argv);
+    // Docks match the launcher badge and the window to the installed norvel.desktop by this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("norvel"));
 
     QApplication::setFont(QFont(QStringLiteral("Helvetica Neue"), 13));
 

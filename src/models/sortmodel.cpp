@@ -181,7 +181,7 @@ bool SortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourc
     if (sortsManually()) {
         const int positionA = manualPosition(a);
         const int positionB = manualPosition(b);
-        if (positionA != -1 && positionB != -1 && positionA != positionB)
+        if (positionA != -1 && positionB != -1)
             return positionA < positionB;
     }
 

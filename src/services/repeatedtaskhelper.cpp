@@ -32,6 +32,10 @@ bool isRule(const QStringList& fields)
 
 bool monthlyWalkMatches(QDate cursor, const QDate& date, int count)
 {
+    // A count beyond the months left can only overshoot; QDate would take long to work that out.
+    const int monthsToDate = (date.year() - cursor.year()) * 12 + date.month() - cursor.month();
+    if (count > monthsToDate)
+        return false;
     // Each step starts from the previous result, so a day clamped to a short month stays clamped.
     while (cursor.isValid() && cursor < date)
         cursor = cursor.addMonths(count);
@@ -69,6 +73,20 @@ bool weekdayWalkMatches(QDate cursor, const QDate& date, int count, const QStrin
     return cursor == date;
 }
 
+// The weekdays of a rule's list, 1 for Monday to 7 for Sunday. Other entries can only come through
+// sync; left in, they would send the repair further on at every read.
+QStringList listedWeekdays(const QString& list)
+{
+    QStringList weekdays;
+    for (const QString& entry : list.split(QLatin1Char(','))) {
+        bool isNumber = false;
+        const int weekday = entry.toInt(&isNumber);
+        if (isNumber && weekday >= 1 && weekday <= 7)
+            weekdays.append(entry);
+    }
+    return weekdays;
+}
+
 bool ruleMatches(const QStringList& fields, const QDate& anchor, const QDate& date)
 {
     bool isNumber = false;
@@ -85,7 +103,7 @@ bool ruleMatches(const QStringList& fields, const QDate& anchor, const QDate& da
     if (kind == QLatin1String("w") && fields.size() == 2)
         return weeklyWalkMatches(anchor, date, count);
     if (kind == QLatin1String("w") && fields.size() == 3)
-        return weekdayWalkMatches(anchor, date, count, fields.at(2).split(QLatin1Char(',')));
+        return weekdayWalkMatches(anchor, date, count, listedWeekdays(fields.at(2)));
     return false;
 }
 
@@ -277,7 +295,7 @@ DOTask RepeatedTaskHelper::repairTaskDates(const DOTask& task)
         return repaired;
     const QStringList fields = ruleFields(period);
     if (weekly && fields.size() == 3)
-        moveDueOntoListedWeekday(repaired, fields.at(2).split(QLatin1Char(',')));
+        moveDueOntoListedWeekday(repaired, listedWeekdays(fields.at(2)));
     pullStartOntoDueDay(repaired);
     return repaired;
 }
