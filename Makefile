@@ -30,6 +30,7 @@ bench: test-deps configure
 	$(BUILD_DIR)/bench/norvel_bench
 
 format:
+	scripts/install-deps.sh dev
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:

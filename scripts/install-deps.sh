@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian 12 packages that building, running or testing Norvel needs, and only those
-# that are missing. Usage: scripts/install-deps.sh [build] [test]
+# Installs the Debian 12 packages that building, running, testing or formatting Norvel needs, and
+# only those that are missing. Usage: scripts/install-deps.sh [build] [test] [dev]
 set -euo pipefail
 
 build_packages=(
@@ -13,7 +13,10 @@ build_packages=(
     xdg-utils
 )
 test_packages=(
-    dbus-daemon dbus-bin xvfb xauth libbenchmark-dev qml-module-qttest
+    dbus-daemon dbus-bin tzdata libbenchmark-dev
+)
+dev_packages=(
+    clang-format git
 )
 
 wanted=()
@@ -21,6 +24,7 @@ for group in "${@:-build}"; do
     case "$group" in
         build) wanted+=("${build_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
+        dev) wanted+=("${dev_packages[@]}") ;;
         *) echo "unknown package group: $group" >&2; exit 2 ;;
     esac
 done

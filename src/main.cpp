@@ -37,7 +37,8 @@ int main(int argc, char** argv)
     QCoreApplication::setOrganizationDomain(QStringLiteral(NORVEL_ORGANIZATION_DOMAIN));
     QCoreApplication::setApplicationName(QStringLiteral("Norvel"));
 
-    Startup::applyScaleFactor();
+    const QSettings startupSettings(Startup::settingsFilePath(), QSettings::IniFormat);
+    Startup::applyScaleFactor(startupSettings);
 
     if (Startup::shouldLogQtMessages(qgetenv("WRITE_QT_MESSAGES_TO_LOG")))
         qInstallMessageHandler(handleQtMessages);

@@ -35,6 +35,8 @@ void LogFileDestination::write(const QString& line)
     const QByteArray bytes = line.toUtf8() + '\n';
     if (d->rotation == EnableLogRotation && d->file.size() + bytes.size() > d->maxSizeBytes)
         rotate();
+    if (!d->file.isOpen())
+        return;
     d->file.write(bytes);
     d->file.flush();
 }

@@ -52,6 +52,19 @@ void LogManager::removeDestination(const std::shared_ptr<LogFileDestination>& de
 
 void LogManager::write(Level level, const QString& message)
 {
+    // A destination that fails makes Qt warn, and Qt's warnings come back here; taking the lock a
+    // second time on the same thread would stop every thread that logs. Such lines are dropped.
+    thread_local bool writing = false;
+    if (writing)
+        return;
+    writing = true;
+    writeLine(level, message);
+    writing = false;
+}
+
+void LogManager::writeLine(Level level, const QString& message)
+{
+    // Log lines carry the real time, also when a test has pinned the program's clock.
     const QString line =
         QStringLiteral("%1 %2 %3")
             .arg(levelName(level), QDateTime::currentDateTime().toString(Qt::ISODateWithMs), message);

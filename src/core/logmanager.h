@@ -28,6 +28,7 @@ public:
 
 private:
     LogManager();
+    void writeLine(Level level, const QString& message);
     ~LogManager();
     LogManager(const LogManager&) = delete;
     LogManager& operator=(const LogManager&) = delete;

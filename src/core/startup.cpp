@@ -58,9 +58,13 @@ void Startup::setFixedEnvironment()
     qputenv("QSG_RENDER_LOOP", "threaded");
 }
 
-void Startup::applyScaleFactor()
+QString Startup::settingsFilePath()
 {
-    QSettings settings(dataDirectory() + QStringLiteral("/settings.dat"), QSettings::IniFormat);
+    return dataDirectory() + QStringLiteral("/settings.dat");
+}
+
+void Startup::applyScaleFactor(const QSettings& settings)
+{
     const QString scaleFactor = settings.value(QStringLiteral("ui_scale_factor")).toString();
     if (scaleFactor.isEmpty())
         QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);

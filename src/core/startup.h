@@ -6,6 +6,7 @@
 #include <memory>
 
 class LogFileDestination;
+class QSettings;
 
 // The steps of start-up that come before the interface: environment, logging, the move of old
 // settings files and the database file. main() runs them in order; each is testable on its own.
@@ -20,8 +21,10 @@ public:
 
     // Variables that only take effect when set before the application object exists.
     static void setFixedEnvironment();
-    // Reads the stored scale factor straight from settings.dat: Settings may not exist yet.
-    static void applyScaleFactor();
+    // settings.dat as start-up reads it before Settings may exist.
+    static QString settingsFilePath();
+    // Applies the stored scale factor, or high-DPI scaling when none is stored.
+    static void applyScaleFactor(const QSettings& settings);
     static bool shouldLogQtMessages(const QByteArray& environmentValue);
     static void makeDirectories();
     // Returns the file destination, which must stay alive as long as the log is written.

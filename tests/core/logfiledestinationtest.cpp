@@ -16,6 +16,7 @@ class LogFileDestinationTest : public QObject
 private slots:
     void rotationAtSizeLimitKeepsOneFile();
     void rotationKeepsRequestedNumberOfOldLogs();
+    void lostLogDirectoryDoesNotStopLogging();
     void linesBelowLoggerLevelAreDropped();
     void qtMessagesGoToLogAtTheirLevel_data();
     void qtMessagesGoToLogAtTheirLevel();
@@ -58,6 +59,26 @@ void LogFileDestinationTest::rotationKeepsRequestedNumberOfOldLogs()
     QCOMPARE(readAll(path + QStringLiteral(".1")), QByteArray("cccccccc\n"));
     QCOMPARE(readAll(path + QStringLiteral(".2")), QByteArray("bbbbbbbb\n"));
     QVERIFY(!QFile::exists(path + QStringLiteral(".3")));
+}
+
+void LogFileDestinationTest::lostLogDirectoryDoesNotStopLogging()
+{
+    QTemporaryDir dir;
+    const QString logDirectory = dir.filePath(QStringLiteral("logs"));
+    QVERIFY(QDir().mkpath(logDirectory));
+    auto destination = std::make_shared<LogFileDestination>(logDirectory + QStringLiteral("/nv_log.dat"),
+                                                            LogFileDestination::EnableLogRotation, 100, 0);
+    LogManager::instance().addDestination(destination);
+    const QtMessageHandler previousHandler = qInstallMessageHandler(handleQtMessages);
+    QVERIFY(QDir(logDirectory).removeRecursively());
+
+    // Rotation cannot reopen the file; Qt's complaint about it must not come back into the lock.
+    QLOG_INFO() << QString(120, QLatin1Char('x'));
+    QLOG_INFO() << "still logging";
+
+    qInstallMessageHandler(previousHandler);
+    LogManager::instance().removeDestination(destination);
+    QVERIFY(!destination->isOpen());
 }
 
 void LogFileDestinationTest::linesBelowLoggerLevelAreDropped()
