@@ -215,7 +215,6 @@ private slots:
         if (!keyPrefix.isEmpty())
             QCOMPARE(occurrence.value("START").toDateTime(), march(7, 10));
     }
-
 };
 
 NORVEL_TEST_MAIN(RepeatedTaskHelperTest)

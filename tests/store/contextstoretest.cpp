@@ -85,10 +85,9 @@ private slots:
         QVERIFY(
             store()->updateContextLocally(changed(store()->getContextById(home), {{"STATE", 1}}), &updated));
 
-        for (const QString& id : {home, QStringLiteral("garden"), QStringLiteral("shed")}) {
-            QCOMPARE(field("context", id, "state").toInt(), DELETED_OBJECT_STATE);
+        QCOMPARE(statesOf(*m_database, "context", {home, "garden", "shed"}), QList<int>({1, 1, 1}));
+        for (const QString& id : {home, QStringLiteral("garden"), QStringLiteral("shed")})
             QCOMPARE(field("context", id, "synced").toInt(), 0);
-        }
         const QStringList tasks{"t-active", "t-deleted", "t-completed", "t-both", "t-shed"};
         const QStringList projects{"p-active", "p-deleted", "p-completed"};
         for (const QString table : {"task", "project"}) {
@@ -98,8 +97,8 @@ private slots:
                 QCOMPARE(field(table, id, "timestamp").toUInt(), deletedStamp);
             }
         }
-        QCOMPARE(field("task", "t-deleted", "state").toInt(), DELETED_OBJECT_STATE);
-        QCOMPARE(field("task", "t-both", "state").toInt(), COMPLETED_AND_DELETED_OBJECT_STATE);
+        QCOMPARE(statesOf(*m_database, "task", tasks), QList<int>({0, 1, 2, 3, 0}));
+        QCOMPARE(statesOf(*m_database, "project", projects), QList<int>({0, 1, 2}));
         QCOMPARE(idSetOf(updated), QSet<QString>({home, "garden", "shed", "t-active", "t-completed", "t-shed",
                                                   "p-active", "p-completed"}));
     }
@@ -123,10 +122,10 @@ private slots:
         QVERIFY(store()->restoreContext(store()->getContextById(home)));
         QVERIFY(store()->restoreContext(store()->getContextById("orphan")));
 
-        QCOMPARE(field("context", home, "state").toInt(), DEFAULT_OBJECT_STATE);
-        QTEST(field("context", "garden", "state").toInt(), "childState");
+        QFETCH(int, childState);
+        QCOMPARE(statesOf(*m_database, "context", {home, "garden", "orphan"}),
+                 QList<int>({0, childState, 0}));
         QCOMPARE(field("task", "t-active", "context").toString(), QString());
-        QCOMPARE(field("context", "orphan", "state").toInt(), DEFAULT_OBJECT_STATE);
         QCOMPARE(field("context", "orphan", "parent").toString(), QString());
     }
 
@@ -137,8 +136,8 @@ private slots:
         QVERIFY(store()->updateContextRemotely(
             changed(store()->getContextById("shed"), {{"STATE", 0}, {"SYNC", true}})));
 
+        QCOMPARE(statesOf(*m_database, "context", {home, "garden", "shed"}), QList<int>({0, 0, 0}));
         for (const QString& id : {home, QStringLiteral("garden"), QStringLiteral("shed")}) {
-            QCOMPARE(field("context", id, "state").toInt(), DEFAULT_OBJECT_STATE);
             QCOMPARE(field("context", id, "synced").toInt(), 1);
             QCOMPARE(field("context", id, "timestamp").toUInt(), createdStamp);
         }

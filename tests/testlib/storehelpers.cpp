@@ -70,3 +70,11 @@ QVariant columnOf(const TestDatabase& database, const QString& table, const QStr
 {
     return database.value(QStringLiteral("SELECT %1 FROM %2 WHERE id = ?").arg(column, table), {id});
 }
+
+QList<int> statesOf(const TestDatabase& database, const QString& table, const QStringList& ids)
+{
+    QList<int> states;
+    for (const QString& id : ids)
+        states.append(columnOf(database, table, id, QStringLiteral("state")).toInt());
+    return states;
+}

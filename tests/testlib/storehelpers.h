@@ -30,3 +30,5 @@ bool insertRecords(DatabaseHandler* handler, const QString& table, const QList<Q
 // One column of the row with the given id, as the fixture's connection sees it.
 QVariant columnOf(const TestDatabase& database, const QString& table, const QString& id,
                   const QString& column);
+// The state column of each row, in the order of the ids.
+QList<int> statesOf(const TestDatabase& database, const QString& table, const QStringList& ids);
