@@ -3,12 +3,11 @@
 #include "store/databasehandler.h"
 #include "store/taskstore.h"
 #include "testlib/recordbuilder.h"
+#include "testlib/storehelpers.h"
 #include "testlib/testdatabase.h"
 #include "testlib/testenvironment.h"
 
 #include <QApplication>
-#include <QSettings>
-#include <QStandardPaths>
 #include <QtTest>
 
 using Dates = QSet<QDate>;
@@ -29,12 +28,6 @@ DOTask repeatingTask(const QString& period, const QDate& due)
         .repeating(period)
         .startingAt(wallClock(due, QTime(9, 0)))
         .dueAt(wallClock(due, QTime(18, 0)));
-}
-
-QString settingsPath()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-           QStringLiteral("/settings.dat");
 }
 
 // The dates within a year after the anchor that a plain rule or a sorted weekday list hits.
@@ -70,195 +63,159 @@ class RepeatedTaskHelperTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup();
-    void occurrencesOverAYear_data();
-    void occurrencesOverAYear();
-    void repairGivesConsistentDates_data();
-    void repairGivesConsistentDates();
-    void dayListCarriesUndoneTaskOntoTodayOnly_data();
-    void dayListCarriesUndoneTaskOntoTodayOnly();
-    void readsWriteRuleAndDateFixesToTheRow();
-
-private:
-    DOTask store(const DOTask& task);
-
     std::unique_ptr<TestDatabase> m_database;
     std::unique_ptr<RepeatedTaskHelper> m_helper;
-};
 
-void RepeatedTaskHelperTest::init()
-{
-    Clock::pin(QDateTime(QDate(2023, 1, 2), QTime(12, 0)));
-    m_database = std::make_unique<TestDatabase>();
-    QVERIFY(m_database->isReady());
-    m_helper = std::make_unique<RepeatedTaskHelper>(m_database->handler());
-}
-
-void RepeatedTaskHelperTest::cleanup()
-{
-    m_helper.reset();
-    m_database.reset();
-    QSettings(settingsPath(), QSettings::IniFormat).clear();
-    Clock::unpin();
-}
-
-DOTask RepeatedTaskHelperTest::store(const DOTask& task)
-{
-    m_database->handler()->tasks()->createTaskLocally(task);
-    m_database->handler()->commitChanges();
-    return m_database->handler()->tasks()->getTaskById(taskId);
-}
-
-void RepeatedTaskHelperTest::occurrencesOverAYear_data()
-{
-    QTest::addColumn<QString>("period");
-    QTest::addColumn<QDate>("anchor");
-    QTest::addColumn<Dates>("expected");
-
-    const QDate monday(2023, 3, 6), wednesday(2023, 3, 8);
-    const auto plain = [](const char* period, const QDate& anchor) {
-        QTest::addRow("%s from %s", period, qPrintable(anchor.toString(Qt::ISODate)))
-            << period << anchor << expectedOccurrences(period, anchor);
-    };
-    for (const char* period : {"d;1", "d;3", "d;10", "w;1", "w;3", "w;1;1,3,5", "w;3;3,4"})
-        plain(period, monday.addDays(-5));
-    plain("w;2;1,3", monday);
-    plain("w;2;2,7", monday.addDays(1));
-    for (const QDate& anchor : {QDate(2023, 1, 31), QDate(2024, 1, 29), QDate(2023, 3, 31)})
-        plain("m;1", anchor);
-    plain("m;2", QDate(2023, 3, 31));
-    plain("m;5", QDate(2023, 8, 30));
-    QTest::newRow("unsorted 3,1 keeps to Wednesdays")
-        << "w;1;3,1" << wednesday << expectedOccurrences(QStringLiteral("w;1;3"), wednesday);
-    QTest::newRow("off-list Tuesday anchor") << "w;1;1" << monday.addDays(1) << Dates();
-    QTest::newRow("repeated list entry ends after its first week")
-        << "w;1;1,3,1" << monday << Dates{wednesday};
-    for (const char* period : {"d;0", "d;-2", "d;x", "m;0", "m;-1", "w;0", "w;-3", "w;0;3", "w;x;3"})
-        QTest::newRow(period) << period << wednesday << Dates();
-}
-
-void RepeatedTaskHelperTest::occurrencesOverAYear()
-{
-    QFETCH(QString, period);
-    QFETCH(QDate, anchor);
-    QFETCH(Dates, expected);
-    const DOTask task = store(repeatingTask(period, anchor));
-
-    Dates found;
-    for (QDate date = anchor.addDays(-3); date <= anchor.addYears(1); date = date.addDays(1)) {
-        if (!m_helper->getRepetitionTaskFromOriginalTask(task, date).isEmpty())
-            found.insert(date);
+    DOTask store(const DOTask& task)
+    {
+        m_database->handler()->tasks()->createTaskLocally(task);
+        m_database->handler()->commitChanges();
+        return m_database->handler()->tasks()->getTaskById(taskId);
     }
-    QCOMPARE(found, expected);
-}
 
-void RepeatedTaskHelperTest::repairGivesConsistentDates_data()
-{
-    QTest::addColumn<QString>("period");
-    QTest::addColumn<QDateTime>("start");
-    QTest::addColumn<QDateTime>("due");
-    QTest::addColumn<QString>("defaultStart");
-    QTest::addColumn<QDateTime>("repairedStart");
-    QTest::addColumn<QDateTime>("repairedDue");
+private slots:
+    void init()
+    {
+        Clock::pin(QDateTime(QDate(2023, 1, 2), QTime(12, 0)));
+        m_database = std::make_unique<TestDatabase>();
+        QVERIFY(m_database->isReady());
+        m_helper = std::make_unique<RepeatedTaskHelper>(m_database->handler());
+    }
 
-    QTest::newRow("Saturday to Friday")
-        << "w;1;5" << march(11, 9) << march(11, 18) << "" << march(17, 9) << march(17, 18);
-    QTest::newRow("Wednesday to the earliest later day")
-        << "w;1;4,6" << march(1, 9) << march(1, 18) << "" << march(2, 9) << march(2, 18);
-    QTest::newRow("Friday wraps to Wednesday")
-        << "w;1;1,3" << march(3, 9) << march(3, 18) << "" << march(8, 9) << march(8, 18);
-    QTest::newRow("start keeps its time")
-        << "d;1" << march(1, 9) << march(3, 18) << "" << march(3, 9) << march(3, 18);
-    QTest::newRow("start time after due, default 8:00 after due")
-        << "d;1" << march(1, 9) << march(3, 7) << "" << march(3) << march(3, 7);
-    QTest::newRow("start time after due, default from settings")
-        << "d;1" << march(1, 20) << march(3, 18) << "7:45" << march(3, 7, 45) << march(3, 18);
-    QTest::newRow("no start, default 8:00")
-        << "w;1" << QDateTime() << march(3, 18) << "" << march(3, 8) << march(3, 18);
-    QTest::newRow("no start, default from settings after due")
-        << "w;1" << QDateTime() << march(3, 7) << "9:15" << march(3) << march(3, 7);
-    QTest::newRow("same day") << "d;2" << march(3, 20) << march(3, 18) << "" << march(3, 20) << march(3, 18);
-    QTest::newRow("monthly") << "m;1" << march(1, 9) << march(3, 18) << "" << march(1, 9) << march(3, 18);
-}
+    void cleanup()
+    {
+        m_helper.reset();
+        m_database.reset();
+        removeDataFiles();
+        Clock::unpin();
+    }
 
-void RepeatedTaskHelperTest::repairGivesConsistentDates()
-{
-    QFETCH(QString, period);
-    QFETCH(QDateTime, start);
-    QFETCH(QDateTime, due);
-    QFETCH(QString, defaultStart);
-    QFETCH(QDateTime, repairedStart);
-    QFETCH(QDateTime, repairedDue);
-    if (!defaultStart.isEmpty())
-        QSettings(settingsPath(), QSettings::IniFormat)
-            .setValue(QStringLiteral("default_start_time"), defaultStart);
+    void occurrencesOverAYear_data()
+    {
+        QTest::addColumn<QString>("period");
+        QTest::addColumn<QDate>("anchor");
+        QTest::addColumn<Dates>("expected");
 
-    const DOTask repaired = RepeatedTaskHelper::repairTaskDates(
-        RecordBuilder::task().repeating(period).startingAt(start).dueAt(due));
+        const QDate monday(2023, 3, 6), wednesday(2023, 3, 8);
+        const auto plain = [](const char* period, const QDate& anchor) {
+            QTest::addRow("%s from %s", period, qPrintable(anchor.toString(Qt::ISODate)))
+                << period << anchor << expectedOccurrences(period, anchor);
+        };
+        for (const char* period : {"d;1", "d;3", "w;1", "w;3", "w;1;1,3,5", "w;3;3,4"})
+            plain(period, monday.addDays(-5));
+        plain("w;2;1,3", monday);
+        plain("w;2;2,7", monday.addDays(1));
+        for (const QDate& anchor : {QDate(2023, 1, 31), QDate(2024, 1, 29)})
+            plain("m;1", anchor);
+        plain("m;2", QDate(2023, 3, 31));
+        QTest::newRow("unsorted 3,1 keeps to Wednesdays")
+            << "w;1;3,1" << wednesday << expectedOccurrences(QStringLiteral("w;1;3"), wednesday);
+        QTest::newRow("off-list Tuesday anchor") << "w;1;1" << monday.addDays(1) << Dates();
+        QTest::newRow("repeated list entry ends after its first week")
+            << "w;1;1,3,1" << monday << Dates{wednesday};
+        for (const char* period : {"d;0", "d;-2", "m;0", "w;-3", "w;0;3", "w;x;3"})
+            QTest::newRow(period) << period << wednesday << Dates();
+    }
 
-    QCOMPARE(repaired.value(QStringLiteral("START")).toDateTime(), repairedStart);
-    QCOMPARE(repaired.value(QStringLiteral("DUE")).toDateTime(), repairedDue);
-}
+    void occurrencesOverAYear()
+    {
+        QFETCH(QString, period);
+        QFETCH(QDate, anchor);
+        const DOTask task = store(repeatingTask(period, anchor));
 
-void RepeatedTaskHelperTest::dayListCarriesUndoneTaskOntoTodayOnly_data()
-{
-    QTest::addColumn<QString>("period");
-    QTest::addColumn<QDate>("date");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QString>("keyPrefix");
+        Dates found;
+        for (QDate date = anchor.addDays(-3); date <= anchor.addYears(1); date = date.addDays(1)) {
+            if (!m_helper->getRepetitionTaskFromOriginalTask(task, date).isEmpty())
+                found.insert(date);
+        }
+        QTEST(found, "expected");
+    }
 
-    QTest::newRow("undone task carried onto today") << "m;1" << QDate(2023, 3, 10) << 1 << "FAKE";
-    QTest::newRow("not carried onto tomorrow") << "m;1" << QDate(2023, 3, 11) << 0 << "";
-    QTest::newRow("rule day after today") << "m;1" << QDate(2023, 4, 9) << 1 << "";
-    QTest::newRow("count 0 still carried onto today") << "m;0" << QDate(2023, 3, 10) << 1 << "FAKE";
-    QTest::newRow("one field is no rule") << "m" << QDate(2023, 3, 10) << 0 << "";
-}
+    void repairGivesConsistentDates_data()
+    {
+        QTest::addColumn<QString>("period");
+        QTest::addColumn<QDateTime>("start");
+        QTest::addColumn<QDateTime>("due");
+        QTest::addColumn<QString>("defaultStart");
+        QTest::addColumn<QDateTime>("repairedStart");
+        QTest::addColumn<QDateTime>("repairedDue");
 
-void RepeatedTaskHelperTest::dayListCarriesUndoneTaskOntoTodayOnly()
-{
-    QFETCH(QString, period);
-    QFETCH(QDate, date);
-    QFETCH(int, count);
-    QFETCH(QString, keyPrefix);
-    Clock::pin(march(10, 12));
-    store(
-        RecordBuilder::task().withId(taskId).repeating(period).startingAt(march(7, 10)).dueAt(march(9, 18)));
+        QTest::newRow("Saturday to Friday")
+            << "w;1;5" << march(11, 9) << march(11, 18) << "" << march(17, 9) << march(17, 18);
+        QTest::newRow("Friday wraps to Wednesday")
+            << "w;1;1,3" << march(3, 9) << march(3, 18) << "" << march(8, 9) << march(8, 18);
+        QTest::newRow("start keeps its time")
+            << "d;1" << march(1, 9) << march(3, 18) << "" << march(3, 9) << march(3, 18);
+        QTest::newRow("start time after due, default 8:00 after due")
+            << "d;1" << march(1, 9) << march(3, 7) << "" << march(3) << march(3, 7);
+        QTest::newRow("start time after due, default from settings")
+            << "d;1" << march(1, 20) << march(3, 18) << "7:45" << march(3, 7, 45) << march(3, 18);
+        QTest::newRow("no start, default 8:00")
+            << "w;1" << QDateTime() << march(3, 18) << "" << march(3, 8) << march(3, 18);
+        QTest::newRow("same day") << "d;2" << march(3, 20) << march(3, 18) << "" << march(3, 20)
+                                  << march(3, 18);
+        QTest::newRow("monthly") << "m;1" << march(1, 9) << march(3, 18) << "" << march(1, 9) << march(3, 18);
+    }
 
-    const QList<DOTask> entries = m_helper->getRepeatedDayTasks(date);
+    void repairGivesConsistentDates()
+    {
+        QFETCH(QString, period);
+        QFETCH(QDateTime, start);
+        QFETCH(QDateTime, due);
+        QFETCH(QString, defaultStart);
+        if (!defaultStart.isEmpty())
+            writeDataFile("settings.dat", "default_start_time", defaultStart);
 
-    QCOMPARE(entries.size(), count);
-    QCOMPARE(m_helper->getRepeatedDayTaskCount(date), count);
-    QCOMPARE(m_helper->hasRepeatedTasks(date), count > 0);
-    if (count == 0)
-        return;
-    const DOTask occurrence = entries.first();
-    QCOMPARE(occurrence.value(QStringLiteral("REPEATED")), QVariant(true));
-    QCOMPARE(occurrence.value(keyPrefix + QStringLiteral("DUE")).toDateTime(), wallClock(date, QTime(18, 0)));
-    QCOMPARE(occurrence.value(keyPrefix + QStringLiteral("START")).toDateTime(),
-             wallClock(date.addDays(-2), QTime(10, 0)));
-    if (!keyPrefix.isEmpty())
-        QCOMPARE(occurrence.value(QStringLiteral("START")).toDateTime(), march(7, 10));
-}
+        const DOTask repaired = RepeatedTaskHelper::repairTaskDates(
+            RecordBuilder::task().repeating(period).startingAt(start).dueAt(due));
 
-void RepeatedTaskHelperTest::readsWriteRuleAndDateFixesToTheRow()
-{
-    TaskStore* tasks = m_database->handler()->tasks();
-    store(RecordBuilder::task().withId(taskId).repeating(QStringLiteral("d;1")));
-    QVERIFY(!m_helper->hasRepeatedTasks(QDate(2023, 3, 1)));
-    QCOMPARE(tasks->getTaskById(taskId).value(QStringLiteral("PERIOD")), QVariant(QString()));
-    m_database->handler()->rollbackChanges();
+        QTEST(repaired.value("START").toDateTime(), "repairedStart");
+        QTEST(repaired.value("DUE").toDateTime(), "repairedDue");
+    }
 
-    const DOTask saturday = repeatingTask(QStringLiteral("w;1;5"), QDate(2023, 3, 11));
-    QVERIFY(tasks->updateTaskLocally(saturday) && m_database->handler()->commitChanges());
-    QCOMPARE(m_helper->getRepeatedDayTaskCount(QDate(2023, 3, 17)), 0);
-    const DOTask repaired = tasks->getTaskById(taskId);
-    QCOMPARE(repaired.value(QStringLiteral("START")).toDateTime(), march(17, 9));
-    QCOMPARE(repaired.value(QStringLiteral("DUE")).toDateTime(), march(17, 18));
-    QCOMPARE(m_helper->getRepeatedDayTaskCount(QDate(2023, 3, 24)), 1);
-    QVERIFY(m_helper->getRepetitionTaskFromOriginalTask(saturday, QDate(2023, 3, 24)).isEmpty());
-}
+    void dayListCarriesUndoneTaskOntoTodayOnly_data()
+    {
+        QTest::addColumn<QString>("period");
+        QTest::addColumn<QDate>("date");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QString>("keyPrefix");
+
+        QTest::newRow("undone task carried onto today") << "m;1" << QDate(2023, 3, 10) << 1 << "FAKE";
+        QTest::newRow("not carried onto tomorrow") << "m;1" << QDate(2023, 3, 11) << 0 << "";
+        QTest::newRow("rule day after today") << "m;1" << QDate(2023, 4, 9) << 1 << "";
+        QTest::newRow("one field is no rule") << "m" << QDate(2023, 3, 10) << 0 << "";
+    }
+
+    void dayListCarriesUndoneTaskOntoTodayOnly()
+    {
+        QFETCH(QString, period);
+        QFETCH(QDate, date);
+        QFETCH(int, count);
+        QFETCH(QString, keyPrefix);
+        Clock::pin(march(10, 12));
+        store(RecordBuilder::task()
+                  .withId(taskId)
+                  .repeating(period)
+                  .startingAt(march(7, 10))
+                  .dueAt(march(9, 18)));
+
+        const QList<DOTask> entries = m_helper->getRepeatedDayTasks(date);
+
+        QCOMPARE(entries.size(), count);
+        QCOMPARE(m_helper->getRepeatedDayTaskCount(date), count);
+        QCOMPARE(m_helper->hasRepeatedTasks(date), count > 0);
+        if (count == 0)
+            return;
+        const DOTask occurrence = entries.first();
+        QCOMPARE(occurrence.value("REPEATED"), QVariant(true));
+        // The occurrence keeps the distance from start to due.
+        QCOMPARE(occurrence.value(keyPrefix + "DUE").toDateTime(), wallClock(date, QTime(18, 0)));
+        QCOMPARE(occurrence.value(keyPrefix + "START").toDateTime(),
+                 wallClock(date.addDays(-2), QTime(10, 0)));
+        if (!keyPrefix.isEmpty())
+            QCOMPARE(occurrence.value("START").toDateTime(), march(7, 10));
+    }
+};
 
 NORVEL_TEST_MAIN(RepeatedTaskHelperTest)
 #include "repeatedtaskhelpertest.moc"

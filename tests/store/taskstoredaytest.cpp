@@ -3,12 +3,11 @@
 #include "store/projectstore.h"
 #include "store/taskstore.h"
 #include "testlib/recordbuilder.h"
+#include "testlib/storehelpers.h"
 #include "testlib/testdatabase.h"
 #include "testlib/testenvironment.h"
 
 #include <QApplication>
-#include <QSettings>
-#include <QStandardPaths>
 #include <QtTest>
 
 #include <optional>
@@ -24,20 +23,6 @@ const int day = 24 * hour;
 QDateTime middleOfToday()
 {
     return QDateTime(today, QTime(14, 0));
-}
-
-QString settingsFilePath()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-           QStringLiteral("/settings.dat");
-}
-
-QStringList idsOf(const QList<DataObject>& objects)
-{
-    QStringList ids;
-    for (const DataObject& object : objects)
-        ids.append(object.value(QStringLiteral("ID")).toString());
-    return ids;
 }
 
 QDateTime afterMidnight(const QDate& date, std::optional<int> minutes)
@@ -69,211 +54,171 @@ const DayRule dayRules[] = {
     {"active, no due date, start before the day's end", 0, -day, {}, "", true, false, true},
     {"active, no dates", 0, {}, {}, "", false, false, false},
     {"completed, due before the day", 2, {}, -day + 10 * hour, "", false, false, false},
-    {"completed, due after the day", 2, {}, 2 * day, "", false, false, false},
     {"deleted, due inside the day", 1, {}, 10 * hour, "", false, false, false},
     {"completed and deleted, due inside the day", 3, {}, 10 * hour, "", false, false, false},
 };
+
+RecordBuilder dueAt(const QDate& date, int minutes, int state = DEFAULT_OBJECT_STATE)
+{
+    return RecordBuilder::task().withState(state).dueAt(afterMidnight(date, minutes));
+}
 } // namespace
 
 class TaskStoreDayTest : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup();
-
-    void dayListFollowsTheDayRules_data();
-    void dayListFollowsTheDayRules();
-    void datedProjectsJoinTheDayByTheSetting_data();
-    void datedProjectsJoinTheDayByTheSetting();
-    void dayCountsSplitAtTheMoment_data();
-    void dayCountsSplitAtTheMoment();
-    void projectOverdueCountUsesThePresentMoment();
-
-private:
-    QString addTask(const QVariantMap& task);
-
     std::unique_ptr<TestDatabase> m_database;
     TaskStore* m_tasks = nullptr;
-};
 
-void TaskStoreDayTest::init()
-{
-    Clock::pin(middleOfToday());
-    m_database = std::make_unique<TestDatabase>();
-    QVERIFY(m_database->isReady());
-    m_tasks = m_database->handler()->tasks();
-}
+    QString addTask(const QVariantMap& task)
+    {
+        const bool created = m_tasks->createTaskLocally(task);
+        m_database->handler()->commitChanges();
+        return created ? m_database->handler()->lastCreatedObjectId() : QString();
+    }
 
-void TaskStoreDayTest::cleanup()
-{
-    m_database.reset();
-    QFile::remove(settingsFilePath());
-    Clock::unpin();
-}
+private slots:
+    void init()
+    {
+        Clock::pin(middleOfToday());
+        m_database = std::make_unique<TestDatabase>();
+        QVERIFY(m_database->isReady());
+        m_tasks = m_database->handler()->tasks();
+    }
 
-QString TaskStoreDayTest::addTask(const QVariantMap& task)
-{
-    if (!m_tasks->createTaskLocally(task))
-        return QString();
-    const QString id = m_database->handler()->lastCreatedObjectId();
-    m_database->handler()->commitChanges();
-    return id;
-}
+    void cleanup()
+    {
+        m_database.reset();
+        removeDataFiles();
+        Clock::unpin();
+    }
 
-void TaskStoreDayTest::dayListFollowsTheDayRules_data()
-{
-    QTest::addColumn<QDateTime>("now");
-    QTest::addColumn<QDate>("day");
-    QTest::addColumn<QVariantMap>("task");
-    QTest::addColumn<bool>("listed");
+    void dayListFollowsTheDayRules_data()
+    {
+        QTest::addColumn<QDateTime>("now");
+        QTest::addColumn<QDate>("day");
+        QTest::addColumn<QVariantMap>("task");
+        QTest::addColumn<bool>("listed");
 
-    const QDate days[] = {today, today.addDays(-7), today.addDays(7)};
-    const char* dayNames[] = {"today", "past day", "future day"};
-    for (const DayRule& rule : dayRules) {
-        const bool listedOn[] = {rule.today, rule.pastDay, rule.futureDay};
-        for (int i = 0; i < 3; ++i) {
-            const QVariantMap task = RecordBuilder::task()
-                                         .withState(rule.state)
-                                         .startingAt(afterMidnight(days[i], rule.start))
-                                         .dueAt(afterMidnight(days[i], rule.due))
-                                         .repeating(QString::fromLatin1(rule.period));
-            QTest::addRow("%s, %s", rule.name, dayNames[i])
-                << middleOfToday() << days[i] << task << listedOn[i];
+        const QDate days[] = {today, today.addDays(-7), today.addDays(7)};
+        const char* dayNames[] = {"today", "past day", "future day"};
+        for (const DayRule& rule : dayRules) {
+            const bool listedOn[] = {rule.today, rule.pastDay, rule.futureDay};
+            for (int i = 0; i < 3; ++i) {
+                const QVariantMap task = RecordBuilder::task()
+                                             .withState(rule.state)
+                                             .startingAt(afterMidnight(days[i], rule.start))
+                                             .dueAt(afterMidnight(days[i], rule.due))
+                                             .repeating(QString::fromLatin1(rule.period));
+                QTest::addRow("%s, %s", rule.name, dayNames[i])
+                    << middleOfToday() << days[i] << task << listedOn[i];
+            }
+        }
+        // Half past midnight local time is still the previous day in UTC; the plan is today's all the same.
+        for (const QDate& date : {springForward, fallBack}) {
+            const QDateTime now(date, QTime(0, 30));
+            const QByteArray name = date.toString(Qt::ISODate).toLatin1();
+            QTest::addRow("%s, overdue", name.data()) << now << date << dueAt(date, -3 * day).build() << true;
+            QTest::addRow("%s, due at the last minute", name.data())
+                << now << date << dueAt(date, day - 1, 2).build() << true;
+            QTest::addRow("%s, due at the next midnight", name.data())
+                << now << date << dueAt(date, day, 2).build() << false;
         }
     }
-    // Half past midnight local time is still the previous day in UTC; the plan is today's all the same.
-    for (const QDate& date : {springForward, fallBack}) {
-        const QDateTime now(date, QTime(0, 30));
-        const QString name = date.toString(Qt::ISODate);
-        QTest::addRow("%s, overdue", qPrintable(name))
-            << now << date << RecordBuilder::task().dueAt(afterMidnight(date, -3 * day)).build() << true;
-        QTest::addRow("%s, due in the shifted hour", qPrintable(name))
-            << now << date << RecordBuilder::task().withState(2).dueAt(afterMidnight(date, 150)).build()
-            << true;
-        QTest::addRow("%s, due at the last minute", qPrintable(name))
-            << now << date << RecordBuilder::task().withState(2).dueAt(afterMidnight(date, day - 1)).build()
-            << true;
-        QTest::addRow("%s, due at the next midnight", qPrintable(name))
-            << now << date << RecordBuilder::task().withState(2).dueAt(afterMidnight(date, day)).build()
-            << false;
+
+    void dayListFollowsTheDayRules()
+    {
+        QFETCH(QDateTime, now);
+        QFETCH(QDate, day);
+        QFETCH(QVariantMap, task);
+        Clock::pin(now);
+
+        const QString id = addTask(task);
+
+        QVERIFY(!id.isEmpty());
+        QTEST(idsOf(m_tasks->getDayTasks(day)).contains(id), "listed");
     }
-}
 
-void TaskStoreDayTest::dayListFollowsTheDayRules()
-{
-    QFETCH(QDateTime, now);
-    QFETCH(QDate, day);
-    QFETCH(QVariantMap, task);
-    QFETCH(bool, listed);
-    Clock::pin(now);
+    void datedProjectsJoinTheDayByTheSetting_data()
+    {
+        QTest::addColumn<QVariant>("setting");
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("not set") << QVariant() << true;
+        QTest::newRow("on") << QVariant(true) << true;
+        QTest::newRow("off") << QVariant(false) << false;
+    }
 
-    const QString id = addTask(task);
-    QVERIFY(!id.isEmpty());
+    void datedProjectsJoinTheDayByTheSetting()
+    {
+        QFETCH(QVariant, setting);
+        if (setting.isValid())
+            writeDataFile("settings.dat", "show_projects_in_daily_plan", setting);
+        const QDate futureDay = today.addDays(7);
+        const QString taskId = addTask(dueAt(futureDay, 10 * hour, COMPLETED_OBJECT_STATE));
+        QVERIFY(m_database->handler()->projects()->createProjectLocally(
+            RecordBuilder::project().dueAt(afterMidnight(futureDay, 12 * hour))));
+        const QString projectId = m_database->handler()->lastCreatedObjectId();
 
-    QCOMPARE(idsOf(m_tasks->getDayTasks(day)).contains(id), listed);
-}
+        const QStringList listed = idsOf(m_tasks->getDayTasks(futureDay));
 
-void TaskStoreDayTest::datedProjectsJoinTheDayByTheSetting_data()
-{
-    QTest::addColumn<QVariant>("setting");
-    QTest::addColumn<bool>("shown");
+        QCOMPARE(listed.first(), taskId);
+        QTEST(listed.contains(projectId), "shown");
+        // The completed task does not make the day active; only the project can.
+        QTEST(m_tasks->hasActiveObjects(QDateTime(futureDay, QTime(8, 0))), "shown");
+    }
 
-    QTest::newRow("not set") << QVariant() << true;
-    QTest::newRow("on") << QVariant(true) << true;
-    QTest::newRow("off") << QVariant(false) << false;
-}
+    void dayCountsSplitAtTheMoment_data()
+    {
+        QTest::addColumn<QDateTime>("moment");
+        QTest::addColumn<QVariantMap>("task");
+        QTest::addColumn<int>("stillToCome");
+        QTest::addColumn<int>("overdue");
+        QTest::addColumn<bool>("overdueFlag");
 
-void TaskStoreDayTest::datedProjectsJoinTheDayByTheSetting()
-{
-    QFETCH(QVariant, setting);
-    QFETCH(bool, shown);
-    if (setting.isValid())
-        QSettings(settingsFilePath(), QSettings::IniFormat).setValue("show_projects_in_daily_plan", setting);
-    const QDate futureDay = today.addDays(7);
-    const QString taskId =
-        addTask(RecordBuilder::task().withState(2).dueAt(wallClock(futureDay, QTime(10, 0))));
-    QVERIFY(m_database->handler()->projects()->createProjectLocally(
-        RecordBuilder::project().dueAt(wallClock(futureDay, QTime(12, 0)))));
-    const QString projectId = m_database->handler()->lastCreatedObjectId();
+        const QDateTime now = middleOfToday();
+        const QDate yesterday = today.addDays(-1);
+        QTest::newRow("due later today") << now << dueAt(today, 18 * hour).build() << 1 << 0 << false;
+        QTest::newRow("due right now") << now << dueAt(today, 14 * hour).build() << 1 << 0 << false;
+        QTest::newRow("due earlier today") << now << dueAt(today, 10 * hour).build() << 0 << 1 << false;
+        QTest::newRow("due yesterday") << now << dueAt(yesterday, 9 * hour).build() << 0 << 1 << true;
+        QTest::newRow("due yesterday, repeating")
+            << now << dueAt(yesterday, 9 * hour).repeating("w;1").build() << 0 << 0 << true;
+        // The local clock reads as wall-clock time on days whose UTC offset changes.
+        QTest::newRow("spring forward, due 15 minutes ago")
+            << QDateTime(springForward, QTime(23, 30)) << dueAt(springForward, day - 45).build() << 0 << 1
+            << false;
+        QTest::newRow("fall back, due in 15 minutes")
+            << QDateTime(fallBack, QTime(23, 30)) << dueAt(fallBack, day - 15).build() << 1 << 0 << false;
+    }
 
-    const QStringList listed = idsOf(m_tasks->getDayTasks(futureDay));
+    void dayCountsSplitAtTheMoment()
+    {
+        QFETCH(QDateTime, moment);
+        QFETCH(QVariantMap, task);
+        Clock::pin(moment);
+        QVERIFY(!addTask(task).isEmpty());
 
-    QCOMPARE(listed.first(), taskId);
-    QCOMPARE(listed.contains(projectId), shown);
-    // The completed task does not make the day active; only the project can.
-    QCOMPARE(m_tasks->hasActiveObjects(QDateTime(futureDay, QTime(8, 0))), shown);
-}
+        QTEST(m_tasks->getActiveDayTaskCount(moment), "stillToCome");
+        QTEST(m_tasks->getOverdueDayTaskCount(moment), "overdue");
+        QTEST(m_tasks->hasOverdueTasks(moment), "overdueFlag");
+    }
 
-void TaskStoreDayTest::dayCountsSplitAtTheMoment_data()
-{
-    QTest::addColumn<QDateTime>("moment");
-    QTest::addColumn<QVariantMap>("task");
-    QTest::addColumn<int>("stillToCome");
-    QTest::addColumn<int>("overdue");
-    QTest::addColumn<bool>("overdueFlag");
+    void projectOverdueCountUsesThePresentMoment()
+    {
+        const QString project = QStringLiteral("5d0c2a6e-8a44-4f0e-9c55-2f1d6b8e7a10");
+        const QDate yesterday = today.addDays(-1);
+        // Overdue: yesterday and 13:59; not: 14:01, undated, completed, deleted, another project's.
+        for (const int minutes : {9 * hour, day + 14 * hour - 1, day + 14 * hour + 1})
+            addTask(dueAt(yesterday, minutes).inParent(project));
+        addTask(RecordBuilder::task().inParent(project));
+        for (const int state : {COMPLETED_OBJECT_STATE, DELETED_OBJECT_STATE})
+            addTask(dueAt(yesterday, 9 * hour, state).inParent(project));
+        addTask(dueAt(yesterday, 9 * hour));
 
-    const auto due = [](const QDate& date, const QTime& time) {
-        return RecordBuilder::task().dueAt(wallClock(date, time));
-    };
-    const QDateTime now = middleOfToday();
-    const QDate yesterday = today.addDays(-1);
-    QTest::newRow("due later today") << now << due(today, QTime(18, 0)).build() << 1 << 0 << false;
-    QTest::newRow("due right now") << now << due(today, QTime(14, 0)).build() << 1 << 0 << false;
-    QTest::newRow("due earlier today") << now << due(today, QTime(10, 0)).build() << 0 << 1 << false;
-    QTest::newRow("completed, due later today")
-        << now << due(today, QTime(18, 0)).withState(2).build() << 0 << 0 << false;
-    QTest::newRow("completed, due earlier today")
-        << now << due(today, QTime(10, 0)).withState(2).build() << 0 << 0 << false;
-    QTest::newRow("due yesterday") << now << due(yesterday, QTime(9, 0)).build() << 0 << 1 << true;
-    QTest::newRow("due yesterday, repeating")
-        << now << due(yesterday, QTime(9, 0)).repeating("w;1").build() << 0 << 0 << true;
-    QTest::newRow("deleted, due yesterday")
-        << now << due(yesterday, QTime(9, 0)).withState(1).build() << 0 << 0 << false;
-    QTest::newRow("due tomorrow") << now << due(today.addDays(1), QTime(9, 0)).build() << 0 << 0 << false;
-    QTest::newRow("started, no due date")
-        << now << RecordBuilder::task().startingAt(wallClock(yesterday)).build() << 0 << 0 << false;
-    // The local clock reads as wall-clock time on days whose UTC offset changes.
-    QTest::newRow("spring forward, due in 15 minutes")
-        << QDateTime(springForward, QTime(23, 30)) << due(springForward, QTime(23, 45)).build() << 1 << 0
-        << false;
-    QTest::newRow("spring forward, due 15 minutes ago")
-        << QDateTime(springForward, QTime(23, 30)) << due(springForward, QTime(23, 15)).build() << 0 << 1
-        << false;
-    QTest::newRow("fall back, due in 15 minutes")
-        << QDateTime(fallBack, QTime(23, 30)) << due(fallBack, QTime(23, 45)).build() << 1 << 0 << false;
-}
-
-void TaskStoreDayTest::dayCountsSplitAtTheMoment()
-{
-    QFETCH(QDateTime, moment);
-    QFETCH(QVariantMap, task);
-    QFETCH(int, stillToCome);
-    QFETCH(int, overdue);
-    QFETCH(bool, overdueFlag);
-    Clock::pin(moment);
-    QVERIFY(!addTask(task).isEmpty());
-
-    QCOMPARE(m_tasks->getActiveDayTaskCount(moment), stillToCome);
-    QCOMPARE(m_tasks->getOverdueDayTaskCount(moment), overdue);
-    QCOMPARE(m_tasks->hasOverdueTasks(moment), overdueFlag);
-}
-
-void TaskStoreDayTest::projectOverdueCountUsesThePresentMoment()
-{
-    const QString project = QStringLiteral("5d0c2a6e-8a44-4f0e-9c55-2f1d6b8e7a10");
-    const QDateTime yesterday = wallClock(today.addDays(-1), QTime(9, 0));
-    addTask(RecordBuilder::task().inParent(project).dueAt(yesterday));
-    addTask(RecordBuilder::task().inParent(project).dueAt(wallClock(today, QTime(13, 59))));
-    addTask(RecordBuilder::task().inParent(project).dueAt(wallClock(today, QTime(14, 1))));
-    addTask(RecordBuilder::task().inParent(project).dueAt(yesterday).withState(COMPLETED_OBJECT_STATE));
-    addTask(RecordBuilder::task().inParent(project).dueAt(yesterday).withState(DELETED_OBJECT_STATE));
-    addTask(RecordBuilder::task().inParent(project));
-    addTask(RecordBuilder::task().dueAt(yesterday));
-
-    QCOMPARE(m_tasks->getProjectOverdueTaskCount(project), 2);
-}
+        QCOMPARE(m_tasks->getProjectOverdueTaskCount(project), 2);
+    }
+};
 
 NORVEL_TEST_MAIN(TaskStoreDayTest)
 
