@@ -113,7 +113,9 @@ private slots:
         QTest::newRow("off-list Tuesday anchor") << "w;1;1" << monday.addDays(1) << Dates();
         QTest::newRow("repeated list entry ends after its first week")
             << "w;1;1,3,1" << monday << Dates{wednesday};
-        for (const char* period : {"d;0", "d;-2", "m;0", "w;-3", "w;0;3", "w;x;3"})
+        QTest::newRow("weekday outside the week is ignored")
+            << "w;1;1,9" << monday << expectedOccurrences(QStringLiteral("w;1;1"), monday);
+        for (const char* period : {"d;0", "d;-2", "m;0", "w;-3", "w;0;3", "w;x;3", "m;2000000000", "w;1;9"})
             QTest::newRow(period) << period << wednesday << Dates();
     }
 
@@ -154,6 +156,8 @@ private slots:
             << "w;1" << QDateTime() << march(3, 18) << "" << march(3, 8) << march(3, 18);
         QTest::newRow("same day") << "d;2" << march(3, 20) << march(3, 18) << "" << march(3, 20)
                                   << march(3, 18);
+        QTest::newRow("no real weekday listed")
+            << "w;1;0,9" << march(3, 9) << march(3, 18) << "" << march(3, 9) << march(3, 18);
         QTest::newRow("monthly") << "m;1" << march(1, 9) << march(3, 18) << "" << march(1, 9) << march(3, 18);
     }
 
@@ -171,6 +175,25 @@ private slots:
 
         QTEST(repaired.value("START").toDateTime(), "repairedStart");
         QTEST(repaired.value("DUE").toDateTime(), "repairedDue");
+    }
+
+    // Reads repair the stored row: the walk itself starts from the date it was given.
+    void readingRepairsTheStoredRow()
+    {
+        const DOTask saturday = store(repeatingTask(QStringLiteral("w;1;5"), QDate(2023, 3, 11)));
+        const DOTask undated = RecordBuilder::task().withId(QStringLiteral("undated")).repeating("d;1");
+        m_database->handler()->tasks()->createTaskLocally(undated);
+        m_database->handler()->commitChanges();
+
+        QVERIFY(m_helper->getRepetitionTaskFromOriginalTask(saturday, QDate(2023, 3, 17)).isEmpty());
+        QVERIFY(m_helper->getRepetitionTaskFromOriginalTask(undated, QDate(2023, 3, 17)).isEmpty());
+        m_database->handler()->commitChanges();
+
+        const DOTask repaired = m_database->handler()->tasks()->getTaskById(taskId);
+        QCOMPARE(repaired.value("DUE").toDateTime(), march(17, 18));
+        QVERIFY(!m_helper->getRepetitionTaskFromOriginalTask(repaired, QDate(2023, 3, 24)).isEmpty());
+        QCOMPARE(m_database->handler()->tasks()->getTaskById("undated").value("PERIOD").toString(),
+                 QString());
     }
 
     void dayListCarriesUndoneTaskOntoTodayOnly_data()

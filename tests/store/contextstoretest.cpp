@@ -101,6 +101,10 @@ private slots:
         QCOMPARE(statesOf(*m_database, "project", projects), QList<int>({0, 1, 2}));
         QCOMPARE(idSetOf(updated), QSet<QString>({home, "garden", "shed", "t-active", "t-completed", "t-shed",
                                                   "p-active", "p-completed"}));
+        // The context itself comes last, as stored: changed here, so waiting to be sent.
+        QCOMPARE(updated.last().value("ID").toString(), home);
+        QCOMPARE(updated.last().value("SYNCED").toInt(), 0);
+        QCOMPARE(updated.last().value("TIMESTAMP").toUInt(), deletedStamp);
     }
 
     void restoreBringsChildrenBackOnlyInsideTrashHorizon_data()
@@ -141,6 +145,16 @@ private slots:
             QCOMPARE(field("context", id, "synced").toInt(), 1);
             QCOMPARE(field("context", id, "timestamp").toUInt(), createdStamp);
         }
+    }
+
+    void remoteWalkEndsOnLoopingParents()
+    {
+        add({context("a", "b", 1), context("b", "a", 1), context("c", "a", 1)});
+
+        QVERIFY(store()->updateContextRemotely(
+            changed(store()->getContextById("c"), {{"STATE", 0}, {"SYNC", true}})));
+
+        QCOMPARE(statesOf(*m_database, "context", {"a", "b", "c"}), QList<int>({0, 0, 0}));
     }
 
     void recursiveCountsFollowSubcontextsInEveryState()

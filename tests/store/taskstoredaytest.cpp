@@ -78,6 +78,13 @@ class TaskStoreDayTest : public QObject
         return created ? m_database->handler()->lastCreatedObjectId() : QString();
     }
 
+    QString addProject(const QVariantMap& project)
+    {
+        const bool created = m_database->handler()->projects()->createProjectLocally(project);
+        m_database->handler()->commitChanges();
+        return created ? m_database->handler()->lastCreatedObjectId() : QString();
+    }
+
 private slots:
     void init()
     {
@@ -113,6 +120,15 @@ private slots:
                                              .repeating(QString::fromLatin1(rule.period));
                 QTest::addRow("%s, %s", rule.name, dayNames[i])
                     << middleOfToday() << days[i] << task << listedOn[i];
+                // Projects follow the same rules; they have no repeat rule to leave them out of today.
+                if (*rule.period == '\0') {
+                    const QVariantMap project = RecordBuilder::project()
+                                                    .withState(rule.state)
+                                                    .startingAt(afterMidnight(days[i], rule.start))
+                                                    .dueAt(afterMidnight(days[i], rule.due));
+                    QTest::addRow("project %s, %s", rule.name, dayNames[i])
+                        << middleOfToday() << days[i] << project << listedOn[i];
+                }
             }
         }
         // Half past midnight local time is still the previous day in UTC; the plan is today's all the same.
@@ -134,7 +150,8 @@ private slots:
         QFETCH(QVariantMap, task);
         Clock::pin(now);
 
-        const QString id = addTask(task);
+        const bool isProject = task.contains(QStringLiteral("FOLDER"));
+        const QString id = isProject ? addProject(task) : addTask(task);
 
         QVERIFY(!id.isEmpty());
         QTEST(idsOf(m_tasks->getDayTasks(day)).contains(id), "listed");
