@@ -12,8 +12,8 @@ public:
     static QDateTime currentDateTimeUtc();
     static QDate currentDate();
 
-    // Pins the clock to a moment (given in any time spec); an invalid moment lets the real clock through
-    // again.
+    // Pins the clock to a moment (local, UTC or with an offset); an invalid moment lets the real clock
+    // through again.
     static void pin(const QDateTime& moment);
     static void unpin();
 };
