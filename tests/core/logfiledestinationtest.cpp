@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <functional>
+
 class LogFileDestinationTest : public QObject
 {
     Q_OBJECT
@@ -21,17 +23,29 @@ private slots:
     void qtMessagesGoToLogAtTheirLevel_data();
     void qtMessagesGoToLogAtTheirLevel();
     void qmlLoggerMarksItsLines();
-
-private:
-    static QByteArray readAll(const QString& path);
 };
 
-QByteArray LogFileDestinationTest::readAll(const QString& path)
+namespace {
+QByteArray readAll(const QString& path)
 {
     QFile file(path);
     file.open(QIODevice::ReadOnly);
     return file.readAll();
 }
+
+// What a log file without rotation receives while the given lines are logged.
+QByteArray loggedBy(const std::function<void()>& logLines)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("test.log"));
+    auto destination =
+        std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
+    LogManager::instance().addDestination(destination);
+    logLines();
+    LogManager::instance().removeDestination(destination);
+    return readAll(path);
+}
+} // namespace
 
 void LogFileDestinationTest::rotationAtSizeLimitKeepsOneFile()
 {
@@ -83,21 +97,16 @@ void LogFileDestinationTest::lostLogDirectoryDoesNotStopLogging()
 
 void LogFileDestinationTest::linesBelowLoggerLevelAreDropped()
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("level.log"));
-    auto destination =
-        std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
-    LogManager::instance().addDestination(destination);
     LogManager::instance().setLoggingLevel(LogManager::InfoLevel);
 
-    QLOG_DEBUG() << "hidden";
-    QLOG_INFO() << "Application "
-                << "1.11"
-                << " started";
+    const QByteArray log = loggedBy([] {
+        QLOG_DEBUG() << "hidden";
+        QLOG_INFO() << "Application "
+                    << "1.11"
+                    << " started";
+    });
 
-    LogManager::instance().removeDestination(destination);
     LogManager::instance().setLoggingLevel(LogManager::DebugLevel);
-    const QByteArray log = readAll(path);
     QVERIFY(!log.contains("hidden"));
     QVERIFY2(log.contains("INFO ") && log.endsWith("Application 1.11 started\n"), log.constData());
 }
@@ -116,31 +125,17 @@ void LogFileDestinationTest::qtMessagesGoToLogAtTheirLevel()
 {
     QFETCH(int, type);
     QFETCH(QByteArray, levelName);
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("qt.log"));
-    auto destination =
-        std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
-    LogManager::instance().addDestination(destination);
 
-    handleQtMessages(static_cast<QtMsgType>(type), QMessageLogContext(), QStringLiteral("from Qt"));
+    const QByteArray log = loggedBy([type] {
+        handleQtMessages(static_cast<QtMsgType>(type), QMessageLogContext(), QStringLiteral("from Qt"));
+    });
 
-    LogManager::instance().removeDestination(destination);
-    const QByteArray log = readAll(path);
     QVERIFY2(log.startsWith(levelName) && log.endsWith(" from Qt\n"), log.constData());
 }
 
 void LogFileDestinationTest::qmlLoggerMarksItsLines()
 {
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("qml.log"));
-    auto destination =
-        std::make_shared<LogFileDestination>(path, LogFileDestination::DisableLogRotation, 0, 0);
-    LogManager::instance().addDestination(destination);
-
-    Logger().warning(QStringLiteral("page failed"));
-
-    LogManager::instance().removeDestination(destination);
-    const QByteArray log = readAll(path);
+    const QByteArray log = loggedBy([] { Logger().warning(QStringLiteral("page failed")); });
     QVERIFY2(log.startsWith("WARN ") && log.endsWith(" QML side: page failed\n"), log.constData());
 }
 

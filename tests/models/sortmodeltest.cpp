@@ -26,25 +26,18 @@ QDateTime day(int dayOfMonth)
     return wallClock(QDate(2024, 3, dayOfMonth), QTime(12, 0));
 }
 
-RecordBuilder task(const QString& id, uint timestamp)
+RecordBuilder stamped(RecordBuilder record, const QString& id, uint timestamp)
 {
-    return RecordBuilder::task().withId(id).withTimestamp(timestamp);
+    return record.withId(id).withTimestamp(timestamp);
 }
-
-RecordBuilder project(const QString& id, uint timestamp)
-{
-    return RecordBuilder::project().withId(id).withTimestamp(timestamp);
-}
-
-RecordBuilder folder(const QString& id, uint timestamp)
-{
-    return RecordBuilder::folder().withId(id).withTimestamp(timestamp);
-}
-
-RecordBuilder context(const QString& id, uint timestamp)
-{
-    return RecordBuilder::context().withId(id).withTimestamp(timestamp);
-}
+const auto task = [](const QString& id, uint stamp) { return stamped(RecordBuilder::task(), id, stamp); };
+const auto project = [](const QString& id, uint stamp) {
+    return stamped(RecordBuilder::project(), id, stamp);
+};
+const auto folder = [](const QString& id, uint stamp) { return stamped(RecordBuilder::folder(), id, stamp); };
+const auto context = [](const QString& id, uint stamp) {
+    return stamped(RecordBuilder::context(), id, stamp);
+};
 
 QStringList idsOf(const QAbstractItemModel& model)
 {
@@ -141,18 +134,16 @@ private slots:
         QTest::newRow("descending time stamps")
             << "base" << Records{task("c", 3), task("a", 1), task("b", 2)}
             << SortedListInfo(SortingNamespace::TimestampDescType) << ids("c b a");
-        QTest::newRow("grouped by due date before the sorting type")
-            << "base"
-            << Records{task("undated", 1), task("late", 2).dueAt(day(9)), task("soon", 3).dueAt(day(2))}
-            << asc << ids("soon late undated");
         QTest::newRow("numeric collation: Task 2 before Task 10")
             << "base" << Records{task("ten", 1).named("Task 10"), task("two", 2).named("Task 2")}
             << alphabetical << ids("two ten");
         QTest::newRow("ties broken by ID")
             << "base" << Records{task("b", 5), task("c", 5), task("a", 5)} << asc << ids("a b c");
         QTest::newRow("manual positions; rows without one by the date group")
-            << "base" << Records{task("a", 10), task("b", 40), task("c", 30), task("d", 50).dueAt(day(3))}
-            << manual({{"c", 0}, {"a", 1}}) << ids("d c a b");
+            << "base"
+            << Records{task("a", 10), task("b", 40), task("c", 30), task("d", 50).dueAt(day(3)),
+                       task("e", 60).dueAt(day(9))}
+            << manual({{"c", 0}, {"a", 1}}) << ids("d e c a b");
         QTest::newRow("manual positions do not outrank state")
             << "base" << Records{task("a", 1).withState(2), task("b", 2)} << manual({{"a", 0}, {"b", 1}})
             << ids("b a");
@@ -244,9 +235,10 @@ private slots:
 
         const SortingNamespace::OrderHash order = ManualOrder::afterMove(visibleIds, oldIndex, newIndex);
 
-        QCOMPARE(order.size(), visibleIds.size());
+        SortingNamespace::OrderHash expected;
         for (int row = 0; row < visibleIds.size(); ++row)
-            QCOMPARE(order.value(visibleIds.at(row), -1), positions.at(row));
+            expected.insert(visibleIds.at(row), positions.at(row));
+        QCOMPARE(order, expected);
     }
 
     void activeObjectCountCountsRowsTheFilterHides()
@@ -262,10 +254,8 @@ private slots:
         sortModel.setSourceModel(&source);
 
         QCOMPARE(sortModel.rowCount(), 3);
-        QCOMPARE(sortModel.activeObjectCount(), 2);
         QCOMPARE(sortModel.property("activeObjectCount").toInt(), 2);
-        QCOMPARE(countChanged.count(), 1);
-        QCOMPARE(countChanged.at(0).at(0).toInt(), 2);
+        QCOMPARE(QList<QVariantList>(countChanged), QList<QVariantList>{{2}});
     }
 };
 

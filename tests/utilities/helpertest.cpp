@@ -84,30 +84,23 @@ void HelperTest::toUtcStringNamesNearDaysAndFormatsOthers_data()
     QTest::addColumn<QString>("text");
 
     const QDateTime morning(QDate(2024, 3, 5), QTime(10, 0), Qt::LocalTime);
+    const auto row = [&morning](const char* tag, const char* language, const QDateTime& stored,
+                                const char* text) {
+        QTest::newRow(tag) << morning << QString(language) << stored << QString::fromUtf8(text);
+    };
+    row("en today", "en", wallClock(QDate(2024, 3, 5), QTime(18, 7)), "Today, 6:07 PM");
+    row("en tomorrow", "en", wallClock(QDate(2024, 3, 6), QTime(9, 5)), "Tomorrow, 9:05 AM");
+    row("en yesterday", "en", wallClock(QDate(2024, 3, 4), QTime(0, 0)), "Yesterday, 12:00 AM");
+    row("en two days ago", "en", wallClock(QDate(2024, 3, 3), QTime(12, 0)), "March 3, 2024, 12:00 PM");
+    row("ru today", "ru", wallClock(QDate(2024, 3, 5), QTime(18, 7)), "Today 18:07");
+    row("ru later day", "ru", wallClock(QDate(2024, 5, 1), QTime(7, 45)), "1 мая, 2024 7:45");
+    row("other language reads English", "de", wallClock(QDate(2024, 3, 15), QTime(18, 7)),
+        "March 15, 2024, 6:07 PM");
+    row("no date", "en", QDateTime(), "");
     // Still the 4th in UTC: the day must come from the local clock.
-    const QDateTime afterMidnight(QDate(2024, 3, 5), QTime(0, 30), Qt::LocalTime);
-    const QString english = QStringLiteral("en");
-    const QString russian = QStringLiteral("ru");
-
-    QTest::newRow("en today") << morning << english << wallClock(QDate(2024, 3, 5), QTime(18, 7))
-                              << QStringLiteral("Today, 6:07 PM");
-    QTest::newRow("en tomorrow") << morning << english << wallClock(QDate(2024, 3, 6), QTime(9, 5))
-                                 << QStringLiteral("Tomorrow, 9:05 AM");
-    QTest::newRow("en yesterday") << morning << english << wallClock(QDate(2024, 3, 4), QTime(0, 0))
-                                  << QStringLiteral("Yesterday, 12:00 AM");
-    QTest::newRow("en two days ago") << morning << english << wallClock(QDate(2024, 3, 3), QTime(12, 0))
-                                     << QStringLiteral("March 3, 2024, 12:00 PM");
     QTest::newRow("en today after local midnight")
-        << afterMidnight << english << wallClock(QDate(2024, 3, 5), QTime(0, 10))
-        << QStringLiteral("Today, 12:10 AM");
-    QTest::newRow("ru today") << morning << russian << wallClock(QDate(2024, 3, 5), QTime(18, 7))
-                              << QStringLiteral("Today 18:07");
-    QTest::newRow("ru later day") << morning << russian << wallClock(QDate(2024, 5, 1), QTime(7, 45))
-                                  << QStringLiteral("1 мая, 2024 7:45");
-    QTest::newRow("other language reads English")
-        << morning << QStringLiteral("de") << wallClock(QDate(2024, 3, 15), QTime(18, 7))
-        << QStringLiteral("March 15, 2024, 6:07 PM");
-    QTest::newRow("no date") << morning << english << QDateTime() << QString();
+        << QDateTime(QDate(2024, 3, 5), QTime(0, 30), Qt::LocalTime) << QStringLiteral("en")
+        << wallClock(QDate(2024, 3, 5), QTime(0, 10)) << QStringLiteral("Today, 12:10 AM");
 }
 
 void HelperTest::toUtcStringNamesNearDaysAndFormatsOthers()
