@@ -126,6 +126,7 @@ private slots:
     void failedWriteKeepsSignalBack();
     void unreadableOrAbsentValuesFallBack();
     void blueFlagMakesBlueTheDefaultColour();
+    void supportAddressFollowsTheLanguage();
 
     void recentNamesAreCutAfterFiftyCharactersAndWrittenAtNextSync();
     void unsettingRecentProjectsEmptiesFileAtOnce();
@@ -251,6 +252,19 @@ void SettingsTest::blueFlagMakesBlueTheDefaultColour()
     Settings settings(m_dir->path());
     settings.setUseBlueAsLightThemeColor(true);
     QCOMPARE(settings.applicationColor(), QColor(QStringLiteral("#1E88E5")));
+}
+
+void SettingsTest::supportAddressFollowsTheLanguage()
+{
+    Settings settings(m_dir->path());
+    QSignalSpy spy(&settings, &Settings::applicationLanguageChanged);
+    settings.setApplicationLanguage(QStringLiteral("ru"));
+    const QString russianAddress = settings.supportEmail();
+    settings.setApplicationLanguage(QStringLiteral("de"));
+
+    QVERIFY(russianAddress.contains(QLatin1Char('@')));
+    QVERIFY(settings.supportEmail() != russianAddress);
+    QCOMPARE(spy.count(), 2);
 }
 
 void SettingsTest::recentNamesAreCutAfterFiftyCharactersAndWrittenAtNextSync()
