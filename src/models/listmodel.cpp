@@ -77,8 +77,8 @@ void ListModel::update()
 {
     prepareUpdate();
     const QList<QVariantMap> fresh = d->dataFunction();
-    const QVector<int> rowOfFresh = removeVanishedAndRestatedRows(fresh);
-    mergeFreshRecords(fresh, rowOfFresh);
+    removeVanishedAndRestatedRows(fresh);
+    mergeFreshRecords(fresh);
 
     emit dataChanged(index(0), index(d->rows.size() - 1));
     emit updated();
@@ -106,47 +106,48 @@ const QVariantMap& ListModel::rowAt(int row) const
 }
 
 // A record whose state changed leaves its row here and comes back at the end, which is what lets a
-// view animate a completed task away from its place. Answers, for each fresh record, the row that
-// still shows it once the removals are done, or -1.
-QVector<int> ListModel::removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh)
+// view animate a completed task away from its place.
+void ListModel::removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh)
 {
-    QHash<QString, int> freshIndexById;
-    freshIndexById.reserve(fresh.size());
-    for (int freshIndex = 0; freshIndex < fresh.size(); ++freshIndex)
-        freshIndexById.insert(idOf(fresh.at(freshIndex)), freshIndex);
+    QHash<QString, int> freshStateById;
+    freshStateById.reserve(fresh.size());
+    for (const QVariantMap& record : fresh)
+        freshStateById.insert(idOf(record), stateOf(record));
 
-    QVector<int> rowOfFresh(fresh.size(), -1);
     QVector<int> rowsToRemove;
     for (int row = 0; row < d->rows.size(); ++row) {
         const QVariantMap& current = d->rows.at(row);
-        const auto freshIndex = freshIndexById.constFind(idOf(current));
-        if (freshIndex == freshIndexById.constEnd() || stateOf(fresh.at(*freshIndex)) != stateOf(current))
+        const auto freshState = freshStateById.constFind(idOf(current));
+        if (freshState == freshStateById.constEnd() || *freshState != stateOf(current))
             rowsToRemove.append(row);
-        else
-            rowOfFresh[*freshIndex] = row - rowsToRemove.size();
     }
     for (auto row = rowsToRemove.crbegin(); row != rowsToRemove.crend(); ++row) {
         beginRemoveRows(QModelIndex(), *row, *row);
         d->rows.removeAt(*row);
         endRemoveRows();
     }
-    return rowOfFresh;
 }
 
 // Known records are refreshed in place without a signal of their own; the dataChanged over all rows
-// that ends update() covers them. New records are appended one by one.
-void ListModel::mergeFreshRecords(const QList<QVariantMap>& fresh, const QVector<int>& rowOfFresh)
+// that ends update() covers them. New records are appended one by one. An id seen twice in one answer
+// refreshes the row its first sighting made, so a repeat can never grow the list.
+void ListModel::mergeFreshRecords(const QList<QVariantMap>& fresh)
 {
-    for (int freshIndex = 0; freshIndex < fresh.size(); ++freshIndex) {
-        const QVariantMap& record = fresh.at(freshIndex);
-        const int row = rowOfFresh.at(freshIndex);
-        if (row == -1) {
+    QHash<QString, int> rowById;
+    rowById.reserve(d->rows.size());
+    for (int row = 0; row < d->rows.size(); ++row)
+        rowById.insert(idOf(d->rows.at(row)), row);
+
+    for (const QVariantMap& record : fresh) {
+        const auto knownRow = rowById.constFind(idOf(record));
+        if (knownRow == rowById.constEnd()) {
             const int newRow = d->rows.size();
             beginInsertRows(QModelIndex(), newRow, newRow);
             d->rows.append(record);
             endInsertRows();
-        } else if (!d->rows.at(row).isSharedWith(record)) {
-            d->rows[row] = record;
+            rowById.insert(idOf(record), newRow);
+        } else if (!d->rows.at(*knownRow).isSharedWith(record)) {
+            d->rows[*knownRow] = record;
         }
     }
 }

@@ -47,6 +47,6 @@ protected:
     const std::unique_ptr<ListModelPrivate> d;
 
 private:
-    QVector<int> removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh);
-    void mergeFreshRecords(const QList<QVariantMap>& fresh, const QVector<int>& rowOfFresh);
+    void removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh);
+    void mergeFreshRecords(const QList<QVariantMap>& fresh);
 };

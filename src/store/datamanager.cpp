@@ -174,7 +174,6 @@ DataManager::DataManager()
     connectWorker();
     connectHardware();
     setUpTimers();
-    QTimer::singleShot(0, this, &DataManager::moveOldSortHashes);
 }
 
 DataManager::~DataManager() = default;

@@ -196,6 +196,8 @@ private:
     void setUpTimers();
     void restartMidnightTimer();
     void handleInternetConnectionOnline();
+    // Runs at start-up once the sorted-lists manager keeps manual orders; until then the old hashes
+    // stay in settings.dat, where they are the only copy.
     void moveOldSortHashes();
 
     struct Private;

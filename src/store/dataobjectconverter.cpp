@@ -6,6 +6,8 @@
 #include <QSqlField>
 #include <QUuid>
 
+#include <cmath>
+
 namespace {
 const QString startKey = QStringLiteral("START");
 const QString dueKey = QStringLiteral("DUE");
@@ -36,6 +38,13 @@ QString nonNullText(const QVariant& value)
 {
     const QString text = value.toString();
     return text.isNull() ? QStringLiteral("") : text;
+}
+// JSON hands every number over as a double. Bound as one, 1700000000 reaches a text column as
+// "1700000000.0", which no longer reads back as a number.
+QVariant wholeNumberAsInteger(double number)
+{
+    const bool whole = std::trunc(number) == number && std::abs(number) < 9.0e15;
+    return whole ? QVariant(qlonglong(number)) : QVariant(number);
 }
 } // namespace
 
@@ -72,7 +81,7 @@ QVariant DataObjectConverter::toSqlValue(const QVariant& value)
         return value.toLongLong();
     case QMetaType::Double:
     case QMetaType::Float:
-        return value.toDouble();
+        return wholeNumberAsInteger(value.toDouble());
     default:
         return nonNullText(value);
     }

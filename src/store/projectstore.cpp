@@ -228,19 +228,18 @@ bool ProjectStore::updateProjectLocally(const DataObject& project, QList<QVarian
             return false;
     }
 
-    DataObject copy = project;
-    copy.remove(childrenKey);
-    copy.remove(levelKey);
-    copy.remove(localKey);
-    DataObject row = copy;
+    DataObject row = project;
+    row.remove(childrenKey);
+    row.remove(levelKey);
+    row.remove(localKey);
     DataObjectConverter::prepareDates(row);
     uint timestamp = 0;
     const bool updated = d->database->updateObject(row, projectTable, timestamp);
-    copy = DataObjectConverter::asWritten(copy, timestamp);
+    const DataObject written = DataObjectConverter::asWritten(row, timestamp);
     if (updatedProject)
-        *updatedProject = copy;
+        *updatedProject = written;
     if (updatedObjects)
-        updatedObjects->append(copy);
+        updatedObjects->append(written);
     return updated;
 }
 

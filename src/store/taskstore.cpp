@@ -167,7 +167,7 @@ bool TaskStore::updateTaskLocally(const DOTask& task, QVariantMap* updatedTask)
         return false;
     d->database->calendarInfo()->markCalendarTaskUpdated(finalTask.value(idKey).toString());
     if (updatedTask)
-        *updatedTask = DataObjectConverter::asWritten(finalTask, timestamp);
+        *updatedTask = DataObjectConverter::asWritten(row, timestamp);
     return true;
 }
 

@@ -59,6 +59,9 @@ void DataObjectConverterTest::sqlValuesAreNumbersOrNonNullText_data()
     QTest::newRow("unsigned beyond the range of int")
         << QVariant(4000000000u) << QVariant(qlonglong(4000000000));
     QTest::newRow("null text") << QVariant(QString()) << QVariant(QStringLiteral(""));
+    QTest::newRow("whole decimal, as JSON numbers arrive")
+        << QVariant(1700000000.0) << QVariant(qlonglong(1700000000));
+    QTest::newRow("fraction stays decimal") << QVariant(0.5) << QVariant(0.5);
 }
 
 void DataObjectConverterTest::sqlValuesAreNumbersOrNonNullText()

@@ -127,6 +127,11 @@ private slots:
         QCOMPARE(statesOf(*m_database, "task", {"deleted", "repeating"}), QList<int>({3, 2}));
         QCOMPARE(field("task", "repeating", "period").toString(), QString());
         QCOMPARE(field("task", "repeating", "due").toLongLong(), due.toSecsSinceEpoch());
+        // Handed back as written: dates in seconds, not as date-times.
+        const auto written =
+            std::find_if(collected.cbegin(), collected.cend(),
+                         [](const QVariantMap& object) { return object["ID"] == "repeating"; });
+        QCOMPARE(written->value("DUE"), QVariant(uint(due.toSecsSinceEpoch())));
     }
 
     void restoredProjectComesBackCompletedAndStaysInDeletedFolder()
