@@ -1,6 +1,7 @@
 #include "services/projecthandler.h"
 #include "models/sortmodel.h"
 #include "store/datamanager.h"
+#include "store/predefineddatahelper.h"
 #include "testlib/recordbuilder.h"
 #include "testlib/storehelpers.h"
 #include "testlib/testdatabase.h"
@@ -168,6 +169,16 @@ private slots:
     {
         QFETCH(QString, id);
         QTEST(m_handler->getProjectNameChain(id), "chain");
+    }
+
+    void pseudoObjectsFollowServerIds()
+    {
+        PredefinedDataHelper::instance()->setOneStepActionsId("server-one-step");
+        QCOMPARE(m_handler->getProjectNameChain("server-one-step"), QVariantList{"One Step Actions"});
+        auto* model = qvariant_cast<SortModel*>(m_handler->getRootObjects());
+        QVERIFY(model->getIndexByObjectId("server-one-step") >= 0);
+        model->requestDeletion();
+        PredefinedDataHelper::instance()->unsetOneStepActionsId();
     }
 };
 
