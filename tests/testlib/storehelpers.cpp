@@ -3,10 +3,25 @@
 #include "store/databasehandler.h"
 #include "store/dataobjectconverter.h"
 #include "testdatabase.h"
+#include "utilities/helper.h"
 
 #include <QFile>
 #include <QSettings>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QStandardPaths>
+
+namespace {
+QSqlDatabase applicationPeerConnection()
+{
+    const QString name = QStringLiteral("application_peer");
+    if (!QSqlDatabase::contains(name)) {
+        QSqlDatabase connection = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        connection.setDatabaseName(Helper::instance()->databaseFilePath());
+    }
+    return QSqlDatabase::database(name);
+}
+} // namespace
 
 QStringList idsOf(const QList<QVariantMap>& records)
 {
@@ -77,4 +92,19 @@ QList<int> statesOf(const TestDatabase& database, const QString& table, const QS
     for (const QString& id : ids)
         states.append(columnOf(database, table, id, QStringLiteral("state")).toInt());
     return states;
+}
+
+QVariant committedApplicationValue(const QString& statement)
+{
+    QSqlQuery query(applicationPeerConnection());
+    if (!query.exec(statement) || !query.next())
+        return QVariant();
+    return query.value(0);
+}
+
+bool clearApplicationTasksAndProjects()
+{
+    QSqlQuery query(applicationPeerConnection());
+    return query.exec(QStringLiteral("DELETE FROM task")) &&
+           query.exec(QStringLiteral("DELETE FROM project"));
 }
