@@ -14,8 +14,6 @@
 #include <QJSValueList>
 #include <QMultiHash>
 
-#include <functional>
-
 namespace {
 const QString idKey = QStringLiteral("ID");
 const QString stateKey = QStringLiteral("STATE");
@@ -52,16 +50,6 @@ QVariant occurrenceDate(const QVariantMap& task, const QString& fakeKey, const Q
 QStringList favoriteTaskIds()
 {
     return {};
-}
-
-// The completed filter and the hidden groups are set before the list is named and filled, so that
-// the first sort already follows them.
-template <typename Model>
-QVariant modelPair(Model* sortModel, ListModel* listModel, const std::function<void(Model*)>& setUp)
-{
-    setUp(sortModel);
-    sortModel->setSourceModel(listModel);
-    return QVariant::fromValue(sortModel);
 }
 
 // The inbox and the one-step project keep one stored order whichever account gave them their ids.
@@ -108,48 +96,49 @@ TaskHandler::TaskHandler(QObject* parent)
 
 TaskHandler::~TaskHandler() = default;
 
+// In every pair the filters and the list's name are set before the rows arrive, so that the first
+// sort already follows them.
 QVariant TaskHandler::getDayTasks(const QDate& date)
 {
-    auto* listModel = new DailyPlanListModel(date, [date] { return data()->getDayTasks(date); });
-    return modelPair<DailyPlanSortModel>(
-        new DailyPlanSortModel, listModel, [date](DailyPlanSortModel* model) {
-            model->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
-            model->setExcludeFutureTasks(!Settings::instance()->isShowFutureTasks());
-            model->setModelType(SortingNamespace::ListTypeDailyPlan,
-                                date.toString(QStringLiteral("ddMMyyyy")));
-        });
+    auto* sortModel = new DailyPlanSortModel;
+    sortModel->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
+    sortModel->setExcludeFutureTasks(!Settings::instance()->isShowFutureTasks());
+    sortModel->setModelType(SortingNamespace::ListTypeDailyPlan, date.toString(QStringLiteral("ddMMyyyy")));
+    sortModel->setSourceModel(new DailyPlanListModel(date, [date] { return data()->getDayTasks(date); }));
+    return QVariant::fromValue(sortModel);
 }
 
 QVariant TaskHandler::getContextTasks(const QString& contextId)
 {
-    auto* listModel = new ListModel([contextId] { return data()->getContextTasks(contextId); });
-    return modelPair<SortModel>(new SortModel, listModel, [](SortModel* model) {
-        model->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
-    });
+    auto* sortModel = new SortModel;
+    sortModel->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
+    sortModel->setSourceModel(new ListModel([contextId] { return data()->getContextTasks(contextId); }));
+    return QVariant::fromValue(sortModel);
 }
 
 QVariant TaskHandler::getNoContextTasks()
 {
-    auto* listModel = new NoContextTasksListModel([] { return data()->getNoContextTasks(); });
-    return modelPair<NoContextTasksSortModel>(
-        new NoContextTasksSortModel, listModel, [](NoContextTasksSortModel* model) {
-            model->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
-        });
+    auto* sortModel = new NoContextTasksSortModel;
+    sortModel->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
+    sortModel->setSourceModel(new NoContextTasksListModel([] { return data()->getNoContextTasks(); }));
+    return QVariant::fromValue(sortModel);
 }
 
 QVariant TaskHandler::getProjectTasks(const QString& projectId)
 {
-    auto* listModel = new ListModel([projectId] { return data()->getProjectTasks(projectId); });
-    return modelPair<SortModel>(new SortModel, listModel, [projectId](SortModel* model) {
-        model->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
-        model->setModelType(SortingNamespace::ListTypeProject, projectListId(projectId));
-    });
+    auto* sortModel = new SortModel;
+    sortModel->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
+    sortModel->setModelType(SortingNamespace::ListTypeProject, projectListId(projectId));
+    sortModel->setSourceModel(new ListModel([projectId] { return data()->getProjectTasks(projectId); }));
+    return QVariant::fromValue(sortModel);
 }
 
+// A row in the trash is never in the completed state alone, so no completed filter is chosen.
 QVariant TaskHandler::getDeletedTasks()
 {
-    auto* listModel = new ListModel([] { return data()->getDeletedTasks(); });
-    return modelPair<SortModel>(new SortModel, listModel, [](SortModel*) {});
+    auto* sortModel = new SortModel;
+    sortModel->setSourceModel(new ListModel([] { return data()->getDeletedTasks(); }));
+    return QVariant::fromValue(sortModel);
 }
 
 int TaskHandler::getActiveDayTaskCount(const QDateTime& dateTime)
