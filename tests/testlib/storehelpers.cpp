@@ -11,18 +11,6 @@
 #include <QSqlQuery>
 #include <QStandardPaths>
 
-namespace {
-QSqlDatabase applicationPeerConnection()
-{
-    const QString name = QStringLiteral("application_peer");
-    if (!QSqlDatabase::contains(name)) {
-        QSqlDatabase connection = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        connection.setDatabaseName(Helper::instance()->databaseFilePath());
-    }
-    return QSqlDatabase::database(name);
-}
-} // namespace
-
 QStringList idsOf(const QList<QVariantMap>& records)
 {
     QStringList ids;
@@ -94,17 +82,14 @@ QList<int> statesOf(const TestDatabase& database, const QString& table, const QS
     return states;
 }
 
-QVariant committedApplicationValue(const QString& statement)
+QVariant onApplicationDatabase(const QString& statement)
 {
-    QSqlQuery query(applicationPeerConnection());
-    if (!query.exec(statement) || !query.next())
+    const QString name = QStringLiteral("application_peer");
+    if (!QSqlDatabase::contains(name))
+        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name)
+            .setDatabaseName(Helper::instance()->databaseFilePath());
+    QSqlQuery query(QSqlDatabase::database(name));
+    if (!query.exec(statement))
         return QVariant();
-    return query.value(0);
-}
-
-bool clearApplicationTasksAndProjects()
-{
-    QSqlQuery query(applicationPeerConnection());
-    return query.exec(QStringLiteral("DELETE FROM task")) &&
-           query.exec(QStringLiteral("DELETE FROM project"));
+    return query.next() ? query.value(0) : QVariant(true);
 }

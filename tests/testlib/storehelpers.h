@@ -33,9 +33,7 @@ QVariant columnOf(const TestDatabase& database, const QString& table, const QStr
 // The state column of each row, in the order of the ids.
 QList<int> statesOf(const TestDatabase& database, const QString& table, const QStringList& ids);
 
-// The application's database file (what DataManager works on) through a connection of its own, which
-// sees and makes committed data only: the first value of the statement's first row, or an invalid
-// value without one.
-QVariant committedApplicationValue(const QString& statement);
-// Removes every task and project from the application's database; false when a delete fails.
-bool clearApplicationTasksAndProjects();
+// Runs the statement on the application's database file (what DataManager works on) through a
+// connection of its own, which sees and makes committed data only. Gives the first value of the
+// first row, true for a statement without rows, or an invalid value when it fails.
+QVariant onApplicationDatabase(const QString& statement);
