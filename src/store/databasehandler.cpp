@@ -25,6 +25,7 @@ struct DatabaseHandler::Private
 {
     QSqlDatabase database;
     QString lastCreatedObjectId;
+    bool transactionOpen = false;
     TaskStore* tasks = nullptr;
     ProjectStore* projects = nullptr;
     ContextStore* contexts = nullptr;
@@ -152,12 +153,15 @@ bool DatabaseHandler::beginTransaction()
 {
     const bool begun = d->database.transaction();
     QLOG_INFO() << "Begin transaction: " << (begun ? "true" : "false");
+    if (begun)
+        d->transactionOpen = true;
     return begun;
 }
 
 bool DatabaseHandler::commitChanges()
 {
     if (d->database.commit()) {
+        d->transactionOpen = false;
         QLOG_INFO() << "Changes successfully saved into DB.";
         return true;
     }
@@ -171,6 +175,8 @@ bool DatabaseHandler::commitChanges()
 bool DatabaseHandler::rollbackChanges()
 {
     d->lastCreatedObjectId.clear();
+    // Whether or not the rollback succeeds, no transaction is left open after it.
+    d->transactionOpen = false;
     const bool rolledBack = d->database.rollback();
     if (rolledBack) {
         QLOG_WARN() << "Rollback successfully completed.";
@@ -179,6 +185,11 @@ bool DatabaseHandler::rollbackChanges()
                      << d->database.lastError().databaseText();
     }
     return rolledBack;
+}
+
+bool DatabaseHandler::isTransactionOpen() const
+{
+    return d->transactionOpen;
 }
 
 QString DatabaseHandler::lastCreatedObjectId() const

@@ -56,6 +56,8 @@ public:
     Q_INVOKABLE bool beginTransaction();
     Q_INVOKABLE bool commitChanges();
     Q_INVOKABLE bool rollbackChanges();
+    // True from a successful beginTransaction until the next commit or rollback.
+    bool isTransactionOpen() const;
     Q_INVOKABLE QString lastCreatedObjectId() const;
 
     // Statement runners. A failure is logged and yields false, an empty list, an empty record or 0.

@@ -269,6 +269,11 @@ bool DataManager::rollbackChanges()
     return onWorker([] { return database()->rollbackChanges(); });
 }
 
+bool DataManager::hasPendingChanges()
+{
+    return onWorker([] { return database()->isTransactionOpen(); });
+}
+
 QString DataManager::lastCreatedObjectId()
 {
     return onWorker([] { return database()->lastCreatedObjectId(); });

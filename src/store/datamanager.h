@@ -37,6 +37,8 @@ public:
     Q_INVOKABLE bool isDataPrepared();
     Q_INVOKABLE bool commitChanges();
     Q_INVOKABLE bool rollbackChanges();
+    // A local change waits for commitChanges or rollbackChanges.
+    Q_INVOKABLE bool hasPendingChanges();
     Q_INVOKABLE QString lastCreatedObjectId();
 
     // Tasks.

@@ -3,9 +3,12 @@
 #include "store/databasehandler.h"
 #include "store/dataobjectconverter.h"
 #include "testdatabase.h"
+#include "utilities/helper.h"
 
 #include <QFile>
 #include <QSettings>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QStandardPaths>
 
 QStringList idsOf(const QList<QVariantMap>& records)
@@ -77,4 +80,16 @@ QList<int> statesOf(const TestDatabase& database, const QString& table, const QS
     for (const QString& id : ids)
         states.append(columnOf(database, table, id, QStringLiteral("state")).toInt());
     return states;
+}
+
+QVariant onApplicationDatabase(const QString& statement)
+{
+    const QString name = QStringLiteral("application_peer");
+    if (!QSqlDatabase::contains(name))
+        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name)
+            .setDatabaseName(Helper::instance()->databaseFilePath());
+    QSqlQuery query(QSqlDatabase::database(name));
+    if (!query.exec(statement))
+        return QVariant();
+    return query.next() ? query.value(0) : QVariant(true);
 }

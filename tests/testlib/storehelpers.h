@@ -32,3 +32,8 @@ QVariant columnOf(const TestDatabase& database, const QString& table, const QStr
                   const QString& column);
 // The state column of each row, in the order of the ids.
 QList<int> statesOf(const TestDatabase& database, const QString& table, const QStringList& ids);
+
+// Runs the statement on the application's database file (what DataManager works on) through a
+// connection of its own, which sees and makes committed data only. Gives the first value of the
+// first row, true for a statement without rows, or an invalid value when it fails.
+QVariant onApplicationDatabase(const QString& statement);
