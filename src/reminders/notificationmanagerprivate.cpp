@@ -193,8 +193,9 @@ void NotificationManagerPrivate::deliver(const UserNotification& notification)
 
 void NotificationManagerPrivate::handleActionInvoked(const QString& identifier, bool actionButton)
 {
-    const auto notification = d->delivered.constFind(identifier);
-    if (notification == d->delivered.cend())
+    // A copy: the receiver takes the notification off the delivered list.
+    const UserNotification notification = d->delivered.value(identifier);
+    if (notification.identifier.isEmpty())
         return;
-    emit activated(*notification, actionButton);
+    emit activated(notification, actionButton);
 }
