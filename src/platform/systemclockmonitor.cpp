@@ -15,7 +15,7 @@ SystemClockMonitor::SystemClockMonitor(QObject* parent)
 {
     m_descriptor = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
     if (m_descriptor < 0 || !arm()) {
-        QLOG_WARN() << "Changes of the system clock go unnoticed, errno" << errno;
+        QLOG_WARN() << "Changes of the system clock go unnoticed, errno " << errno;
         if (m_descriptor >= 0)
             ::close(m_descriptor);
         m_descriptor = -1;

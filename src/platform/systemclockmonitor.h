@@ -2,8 +2,7 @@
 
 #include <QObject>
 
-// Tells when the system's wall clock is set: by hand, by time synchronisation making a jump, or at
-// a wake from sleep. Linux reports this to a real-time timer that asks to be cancelled on a change,
+// Tells when the system's wall clock is set: by hand, or by time synchronisation making a jump. Linux reports this to a real-time timer that asks to be cancelled on a change,
 // so nothing is polled. Where such a timer cannot be had, it stays silent.
 class SystemClockMonitor : public QObject
 {

@@ -37,7 +37,7 @@ QList<UserNotification> readSchedule(const QString& filePath)
             QDateTime::fromString(settings.value(momentKey).toString(), Qt::ISODateWithMs);
         notification.actionButtonTitle = settings.value(actionKey).toString();
         if (notification.identifier.isEmpty() || !notification.deliveryDateTime.isValid()) {
-            QLOG_WARN() << "Unreadable scheduled reminder skipped, number" << index;
+            QLOG_WARN() << "Unreadable scheduled reminder skipped, number " << index;
             continue;
         }
         schedule.append(notification);
@@ -63,7 +63,7 @@ void writeSchedule(const QString& filePath, const QList<UserNotification>& sched
     settings.endArray();
     settings.sync();
     if (settings.status() != QSettings::NoError) {
-        QLOG_ERROR() << "Scheduled reminders could not be written to" << filePath;
+        QLOG_ERROR() << "Scheduled reminders could not be written to " << filePath;
     }
 }
 } // namespace
@@ -108,7 +108,7 @@ NotificationManagerPrivate::NotificationManagerPrivate(const QString& filePath, 
             [this](const QString& identifier) { d->delivered.remove(identifier); });
     connect(desktop, &DesktopNotifications::showFailed, this,
             [this](const QString& identifier, const QString& error) {
-                QLOG_WARN() << "Reminder delivery skipped:" << identifier << error;
+                QLOG_WARN() << "Reminder delivery skipped: " << identifier << ", " << error;
                 d->delivered.remove(identifier);
             });
     d->schedule = readSchedule(filePath);
@@ -175,7 +175,7 @@ void NotificationManagerPrivate::deliverDueNotifications()
         d->save();
     for (const UserNotification& notification : qAsConst(due)) {
         if (notification.deliveryDateTime.secsTo(now) > maxLatenessSeconds) {
-            QLOG_INFO() << "Reminder dropped, more than a day late:" << notification.identifier;
+            QLOG_INFO() << "Reminder dropped, more than a day late: " << notification.identifier;
             continue;
         }
         deliver(notification);
@@ -185,7 +185,7 @@ void NotificationManagerPrivate::deliverDueNotifications()
 
 void NotificationManagerPrivate::deliver(const UserNotification& notification)
 {
-    QLOG_INFO() << "Delivering reminder" << notification.identifier;
+    QLOG_INFO() << "Delivering reminder " << notification.identifier;
     d->delivered.insert(notification.identifier, notification);
     d->desktop->show(notification.identifier, notification.title, notification.informativeText,
                      notification.actionButtonTitle);
