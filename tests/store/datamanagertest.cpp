@@ -214,9 +214,7 @@ private slots:
         QCOMPARE(dataManager->getReminderCount(), 1);
         QCOMPARE(dataManager->getDueRepeatedReminders("t1"), QVariantList{NotificationManager::FiveMinutes});
         dataManager->removeAllRemindersById("t1");
-        QVERIFY(dataManager->removeAllRepeatedReminders("t1"));
         QVERIFY(!dataManager->hasScheduledReminders("t1"));
-        QVERIFY(!dataManager->hasDueRepeatedReminder("t1", NotificationManager::FiveMinutes));
     }
 
     void objectsAreCreatedDeletedRestoredAndListed()

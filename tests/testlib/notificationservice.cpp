@@ -6,7 +6,6 @@
 namespace {
 const QString serviceName = QStringLiteral("org.freedesktop.Notifications");
 const QString objectPath = QStringLiteral("/org/freedesktop/Notifications");
-constexpr uint dismissedByUser = 2;
 
 QString nextConnectionName()
 {
@@ -24,37 +23,25 @@ NotificationService::NotificationService(const QString& busAddress)
 
 NotificationService::~NotificationService()
 {
-    m_connection.unregisterService(serviceName);
     QDBusConnection::disconnectFromBus(m_connection.name());
 }
 
 bool NotificationService::invokeAction(uint id, const QString& action)
 {
-    return sendSignal(QStringLiteral("ActionInvoked"), {id, action}) &&
-           sendSignal(QStringLiteral("NotificationClosed"), {id, dismissedByUser});
+    const uint dismissedByUser = 2;
+    QDBusMessage invoked =
+        QDBusMessage::createSignal(objectPath, serviceName, QStringLiteral("ActionInvoked"));
+    QDBusMessage closed =
+        QDBusMessage::createSignal(objectPath, serviceName, QStringLiteral("NotificationClosed"));
+    return m_connection.send(invoked << id << action) && m_connection.send(closed << id << dismissedByUser);
 }
 
-uint NotificationService::Notify(const QString& applicationName, uint /*replacesId*/, const QString& icon,
+uint NotificationService::Notify(const QString& applicationName, uint /*replacesId*/, const QString& /*icon*/,
                                  const QString& title, const QString& text, const QStringList& actions,
-                                 const QVariantMap& /*hints*/, int timeout)
+                                 const QVariantMap& /*hints*/, int /*timeout*/)
 {
     // Numbers start high, so that a client mixing them up with list positions is caught.
     const uint id = 100 + uint(m_notifications.size());
-    m_notifications.append({id, applicationName, icon, title, text, actions, timeout});
-    emit notified();
+    m_notifications.append({id, QStringList{applicationName, title, text} + actions});
     return id;
-}
-
-void NotificationService::CloseNotification(uint /*id*/) {}
-
-QStringList NotificationService::GetCapabilities()
-{
-    return {QStringLiteral("actions"), QStringLiteral("body")};
-}
-
-bool NotificationService::sendSignal(const QString& name, const QVariantList& arguments)
-{
-    QDBusMessage message = QDBusMessage::createSignal(objectPath, serviceName, name);
-    message.setArguments(arguments);
-    return m_connection.send(message);
 }
