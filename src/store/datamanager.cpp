@@ -608,7 +608,7 @@ QList<DataObject> DataManager::getAllObjects()
 // Reminders: the wishes of repeating tasks and the scheduled notifications, both on the database thread.
 
 namespace {
-template <typename Function> void onWorkerAndWait(Function function)
+template <typename Function> void onWorkerWithoutResult(Function function)
 {
     QMetaObject::invokeMethod(dataHandler, function, Qt::BlockingQueuedConnection);
 }
@@ -631,7 +631,7 @@ bool DataManager::removeAllRepeatedReminders(const QString& taskId)
 
 void DataManager::setStartRepeatedReminder(const QString& taskId, int type)
 {
-    onWorkerAndWait(
+    onWorkerWithoutResult(
         [&] { RepeatedTaskHelper::instance()->setStartDateReminder(taskId, notificationType(type)); });
 }
 
@@ -648,7 +648,7 @@ QVariantList DataManager::getStartRepeatedReminders(const QString& taskId)
 
 void DataManager::setDueRepeatedReminder(const QString& taskId, int type)
 {
-    onWorkerAndWait(
+    onWorkerWithoutResult(
         [&] { RepeatedTaskHelper::instance()->setDueDateReminder(taskId, notificationType(type)); });
 }
 
@@ -670,22 +670,23 @@ int DataManager::getReminderCount()
 
 void DataManager::scheduleReminder(const QVariantMap& taskInfo, int type)
 {
-    onWorkerAndWait([&] { notifications()->scheduleNotification(taskInfo, notificationType(type)); });
+    onWorkerWithoutResult([&] { notifications()->scheduleNotification(taskInfo, notificationType(type)); });
 }
 
 void DataManager::rescheduleReminders(const DOTask& oldTask, const DOTask& newTask)
 {
-    onWorkerAndWait([&] { notifications()->rescheduleReminders(oldTask, newTask); });
+    onWorkerWithoutResult([&] { notifications()->rescheduleReminders(oldTask, newTask); });
 }
 
 void DataManager::removeScheduledReminder(const QVariantMap& taskInfo, int type)
 {
-    onWorkerAndWait([&] { notifications()->removeScheduledNotification(taskInfo, notificationType(type)); });
+    onWorkerWithoutResult(
+        [&] { notifications()->removeScheduledNotification(taskInfo, notificationType(type)); });
 }
 
 void DataManager::removeAllRemindersById(const QString& taskId)
 {
-    onWorkerAndWait([&] { notifications()->removeAllNotificationsById(taskId); });
+    onWorkerWithoutResult([&] { notifications()->removeAllNotificationsById(taskId); });
 }
 
 bool DataManager::hasScheduledReminder(const QVariantMap& taskInfo, int type)
