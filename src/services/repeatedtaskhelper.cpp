@@ -7,12 +7,16 @@
 
 #include <QDateTime>
 #include <QHash>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QStringList>
 
 namespace {
 const QString startKey = QStringLiteral("START");
 const QString dueKey = QStringLiteral("DUE");
 const QString periodKey = QStringLiteral("PERIOD");
+const QString startReminderPrefix = QStringLiteral("start_");
+const QString dueReminderPrefix = QStringLiteral("due_");
 
 QDateTime dateTimeValue(const DOTask& task, const QString& key)
 {
@@ -157,6 +161,69 @@ void pullStartOntoDueDay(DOTask& task)
     }
     task.insert(startKey, QDateTime(due.date(), startTime, Qt::UTC));
 }
+// The reminder wishes, one key per task and kind, each a comma-joined list of NotificationType values.
+class ReminderWishes
+{
+public:
+    ReminderWishes()
+        : m_settings(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                         QStringLiteral("/repeated_tasks_reminders.dat"),
+                     QSettings::IniFormat)
+    {}
+
+    QStringList values(const QString& key) const
+    {
+        // A hand-edited file may hold the list unquoted, which reads back as a list.
+        const QVariant value = m_settings.value(key);
+        const QString stored = value.userType() == QMetaType::QStringList
+                                   ? value.toStringList().join(QLatin1Char(','))
+                                   : value.toString();
+        return stored.isEmpty() ? QStringList() : stored.split(QLatin1Char(','));
+    }
+
+    void store(const QString& key, const QStringList& values)
+    {
+        if (values.isEmpty())
+            m_settings.remove(key);
+        else
+            m_settings.setValue(key, values.join(QLatin1Char(',')));
+        m_settings.sync();
+    }
+
+    void add(const QString& key, int type)
+    {
+        QStringList stored = values(key);
+        if (stored.contains(QString::number(type)))
+            return;
+        stored.append(QString::number(type));
+        store(key, stored);
+    }
+
+    // Walks the list backwards, so the order left is reversed; order means nothing here.
+    void remove(const QString& key, int type)
+    {
+        const QStringList stored = values(key);
+        QStringList left;
+        for (auto value = stored.crbegin(); value != stored.crend(); ++value) {
+            if (*value != QString::number(type))
+                left.append(*value);
+        }
+        store(key, left);
+    }
+
+    QSettings& settings() { return m_settings; }
+
+private:
+    QSettings m_settings;
+};
+
+QVariantList typeList(const QStringList& values)
+{
+    QVariantList types;
+    for (const QString& value : values)
+        types.append(value.toInt());
+    return types;
+}
 } // namespace
 
 struct RepeatedTaskHelper::Private
@@ -298,4 +365,84 @@ DOTask RepeatedTaskHelper::repairTaskDates(const DOTask& task)
         moveDueOntoListedWeekday(repaired, listedWeekdays(fields.at(2)));
     pullStartOntoDueDay(repaired);
     return repaired;
+}
+
+void RepeatedTaskHelper::setStartDateReminder(const QString& taskId,
+                                              NotificationManager::NotificationType type)
+{
+    if (!taskId.isEmpty())
+        ReminderWishes().add(startReminderPrefix + taskId, type);
+}
+
+bool RepeatedTaskHelper::hasStartDateReminder(const QString& taskId,
+                                              NotificationManager::NotificationType type)
+{
+    return ReminderWishes().values(startReminderPrefix + taskId).contains(QString::number(type));
+}
+
+void RepeatedTaskHelper::removeStartDateReminder(const QString& taskId,
+                                                 NotificationManager::NotificationType type)
+{
+    ReminderWishes().remove(startReminderPrefix + taskId, type);
+}
+
+QVariantList RepeatedTaskHelper::getStartDateReminders(const QString& taskId)
+{
+    return taskId.isEmpty() ? QVariantList()
+                            : typeList(ReminderWishes().values(startReminderPrefix + taskId));
+}
+
+void RepeatedTaskHelper::setDueDateReminder(const QString& taskId, NotificationManager::NotificationType type)
+{
+    if (!taskId.isEmpty())
+        ReminderWishes().add(dueReminderPrefix + taskId, type);
+}
+
+bool RepeatedTaskHelper::hasDueDateReminder(const QString& taskId, NotificationManager::NotificationType type)
+{
+    return ReminderWishes().values(dueReminderPrefix + taskId).contains(QString::number(type));
+}
+
+void RepeatedTaskHelper::removeDueDateReminder(const QString& taskId,
+                                               NotificationManager::NotificationType type)
+{
+    ReminderWishes().remove(dueReminderPrefix + taskId, type);
+}
+
+QVariantList RepeatedTaskHelper::getDueDateReminders(const QString& taskId)
+{
+    return taskId.isEmpty() ? QVariantList() : typeList(ReminderWishes().values(dueReminderPrefix + taskId));
+}
+
+bool RepeatedTaskHelper::removeAllReminders(const QString& taskId)
+{
+    if (taskId.isEmpty())
+        return false;
+    ReminderWishes wishes;
+    wishes.settings().remove(startReminderPrefix + taskId);
+    wishes.settings().remove(dueReminderPrefix + taskId);
+    wishes.settings().sync();
+    return true;
+}
+
+QList<RepeatedReminder> RepeatedTaskHelper::getAllReminders()
+{
+    ReminderWishes wishes;
+    QList<RepeatedReminder> reminders;
+    for (const QString& key : wishes.settings().allKeys()) {
+        const QStringList parts = key.split(QLatin1Char('_'));
+        const int kind =
+            parts.first() == QLatin1String("start") ? RepeatedReminder::Start : RepeatedReminder::Due;
+        for (const QString& value : wishes.values(key))
+            reminders.append(
+                {parts.value(1), kind, static_cast<NotificationManager::NotificationType>(value.toInt())});
+    }
+    return reminders;
+}
+
+void RepeatedTaskHelper::clearReminders()
+{
+    ReminderWishes wishes;
+    wishes.settings().clear();
+    wishes.settings().sync();
 }

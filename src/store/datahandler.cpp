@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/logmanager.h"
+#include "reminders/notificationmanager.h"
 #include "services/repeatedtaskhelper.h"
 #include "store/databasehandler.h"
 #include "store/sortedlistcleaner.h"
@@ -42,6 +43,8 @@ void DataHandler::initialize()
     d->repeatedTaskHelper = RepeatedTaskHelper::instance();
     QLOG_INFO() << "Connecting to the database...";
     d->database->openDatabase(Helper::instance()->databaseFilePath());
+    // Made here so that its timer and bus connection belong to this thread.
+    NotificationManager::instance();
 }
 
 void DataHandler::requestIndicatorStateForDate(const QDateTime& dateTime)

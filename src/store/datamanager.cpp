@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/logmanager.h"
 #include "platform/hardwaremanager.h"
+#include "reminders/notificationmanager.h"
 #include "services/repeatedtaskhelper.h"
 #include "store/calendarinfostore.h"
 #include "store/contextstore.h"
@@ -208,6 +209,8 @@ void DataManager::connectHardware()
     connect(hardware, &HardwareManager::computerWokeUp, this, &DataManager::startSyncDelayed);
     // Timers stand still while the machine sleeps, so the midnight sync is measured anew on waking.
     connect(hardware, &HardwareManager::computerWokeUp, this, &DataManager::restartMidnightTimer);
+    connect(hardware, &HardwareManager::computerWokeUp, NotificationManager::instance(),
+            &NotificationManager::handleComputerWokeUp);
     connect(hardware, &HardwareManager::internetConnectionOnline, this,
             &DataManager::handleInternetConnectionOnline, Qt::DirectConnection);
 }
@@ -606,62 +609,99 @@ QList<DataObject> DataManager::getAllObjects()
     return onWorker([] { return contexts()->getAllObjects(); });
 }
 
-// Reminder wishes of repeating tasks. They are kept by the repeated task helper's reminder store,
-// which is not part of the program yet: until it is, no wish is kept.
+// Reminders: the wishes of repeating tasks and the scheduled notifications, both on the database thread.
 
-bool DataManager::removeAllRepeatedReminders(const QString& /*taskId*/)
+namespace {
+template <typename Function> void onWorkerWithoutResult(Function function)
 {
-    return false;
+    QMetaObject::invokeMethod(dataHandler, function, Qt::BlockingQueuedConnection);
 }
 
-void DataManager::setStartRepeatedReminder(const QString& /*taskId*/, int /*type*/) {}
-
-bool DataManager::hasStartRepeatedReminder(const QString& /*taskId*/, int /*type*/)
+NotificationManager* notifications()
 {
-    return false;
+    return NotificationManager::instance();
 }
 
-QVariantList DataManager::getStartRepeatedReminders(const QString& /*taskId*/)
+NotificationManager::NotificationType notificationType(int type)
 {
-    return {};
+    return static_cast<NotificationManager::NotificationType>(type);
+}
+} // namespace
+
+bool DataManager::removeAllRepeatedReminders(const QString& taskId)
+{
+    return onWorker([&] { return RepeatedTaskHelper::instance()->removeAllReminders(taskId); });
 }
 
-void DataManager::setDueRepeatedReminder(const QString& /*taskId*/, int /*type*/) {}
-
-bool DataManager::hasDueRepeatedReminder(const QString& /*taskId*/, int /*type*/)
+void DataManager::setStartRepeatedReminder(const QString& taskId, int type)
 {
-    return false;
+    onWorkerWithoutResult(
+        [&] { RepeatedTaskHelper::instance()->setStartDateReminder(taskId, notificationType(type)); });
 }
 
-QVariantList DataManager::getDueRepeatedReminders(const QString& /*taskId*/)
+bool DataManager::hasStartRepeatedReminder(const QString& taskId, int type)
 {
-    return {};
+    return onWorker(
+        [&] { return RepeatedTaskHelper::instance()->hasStartDateReminder(taskId, notificationType(type)); });
 }
 
-// Scheduled reminders belong to the notification manager, which is not part of the program yet:
-// until it is, nothing is scheduled.
+QVariantList DataManager::getStartRepeatedReminders(const QString& taskId)
+{
+    return onWorker([&] { return RepeatedTaskHelper::instance()->getStartDateReminders(taskId); });
+}
+
+void DataManager::setDueRepeatedReminder(const QString& taskId, int type)
+{
+    onWorkerWithoutResult(
+        [&] { RepeatedTaskHelper::instance()->setDueDateReminder(taskId, notificationType(type)); });
+}
+
+bool DataManager::hasDueRepeatedReminder(const QString& taskId, int type)
+{
+    return onWorker(
+        [&] { return RepeatedTaskHelper::instance()->hasDueDateReminder(taskId, notificationType(type)); });
+}
+
+QVariantList DataManager::getDueRepeatedReminders(const QString& taskId)
+{
+    return onWorker([&] { return RepeatedTaskHelper::instance()->getDueDateReminders(taskId); });
+}
 
 int DataManager::getReminderCount()
 {
-    return 0;
+    return onWorker([] { return notifications()->notificationCount(); });
 }
 
-void DataManager::scheduleReminder(const QVariantMap& /*taskInfo*/, int /*type*/) {}
-
-void DataManager::rescheduleReminders(const DOTask& /*oldTask*/, const DOTask& /*newTask*/) {}
-
-void DataManager::removeScheduledReminder(const QVariantMap& /*taskInfo*/, int /*type*/) {}
-
-void DataManager::removeAllRemindersById(const QString& /*taskId*/) {}
-
-bool DataManager::hasScheduledReminder(const QVariantMap& /*taskInfo*/, int /*type*/)
+void DataManager::scheduleReminder(const QVariantMap& taskInfo, int type)
 {
-    return false;
+    onWorkerWithoutResult([&] { notifications()->scheduleNotification(taskInfo, notificationType(type)); });
 }
 
-bool DataManager::hasScheduledReminders(const QString& /*taskId*/)
+void DataManager::rescheduleReminders(const DOTask& oldTask, const DOTask& newTask)
 {
-    return false;
+    onWorkerWithoutResult([&] { notifications()->rescheduleReminders(oldTask, newTask); });
+}
+
+void DataManager::removeScheduledReminder(const QVariantMap& taskInfo, int type)
+{
+    onWorkerWithoutResult(
+        [&] { notifications()->removeScheduledNotification(taskInfo, notificationType(type)); });
+}
+
+void DataManager::removeAllRemindersById(const QString& taskId)
+{
+    onWorkerWithoutResult([&] { notifications()->removeAllNotificationsById(taskId); });
+}
+
+bool DataManager::hasScheduledReminder(const QVariantMap& taskInfo, int type)
+{
+    return onWorker(
+        [&] { return notifications()->hasScheduledNotification(taskInfo, notificationType(type)); });
+}
+
+bool DataManager::hasScheduledReminders(const QString& taskId)
+{
+    return onWorker([&] { return notifications()->hasScheduledNotifications(taskId); });
 }
 
 // Sorted lists belong to the sorting manager, which is not part of the program yet: until it is, no

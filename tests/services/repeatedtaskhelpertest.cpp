@@ -8,6 +8,7 @@
 #include "testlib/testenvironment.h"
 
 #include <QApplication>
+#include <QSettings>
 #include <QtTest>
 
 using Dates = QSet<QDate>;
@@ -131,6 +132,29 @@ private slots:
                 found.insert(date);
         }
         QTEST(found, "expected");
+    }
+
+    void reminderWishesKeepEachTypeOnceAndDropEmptyKeys()
+    {
+        m_helper->setDueDateReminder(taskId, NotificationManager::FiveMinutes);
+        m_helper->setDueDateReminder(taskId, NotificationManager::Hour);
+        m_helper->setDueDateReminder(taskId, NotificationManager::FiveMinutes);
+        m_helper->setStartDateReminder("other", NotificationManager::Day);
+
+        QCOMPARE(m_helper->getDueDateReminders(taskId), (QVariantList{1, 4}));
+        const QList<RepeatedReminder> all{{taskId, RepeatedReminder::Due, NotificationManager::FiveMinutes},
+                                          {taskId, RepeatedReminder::Due, NotificationManager::Hour},
+                                          {"other", RepeatedReminder::Start, NotificationManager::Day}};
+        QCOMPARE(m_helper->getAllReminders(), all);
+
+        m_helper->removeDueDateReminder(taskId, NotificationManager::FiveMinutes);
+        m_helper->removeDueDateReminder(taskId, NotificationManager::Hour);
+        QVERIFY(!QSettings(dataFilePath("repeated_tasks_reminders.dat"), QSettings::IniFormat)
+                     .contains("due_" + taskId));
+        QVERIFY(!m_helper->removeAllReminders(QString()));
+        QVERIFY(m_helper->hasStartDateReminder("other", NotificationManager::Day));
+        QVERIFY(m_helper->removeAllReminders("other"));
+        QCOMPARE(m_helper->getAllReminders(), QList<RepeatedReminder>());
     }
 
     void repairGivesConsistentDates_data()

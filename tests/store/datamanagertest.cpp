@@ -1,6 +1,7 @@
 #include "store/datamanager.h"
 #include "core/clock.h"
 #include "platform/hardwaremanager.h"
+#include "reminders/notificationmanager.h"
 #include "store/databasehandler.h"
 #include "testlib/recordbuilder.h"
 #include "testlib/storehelpers.h"
@@ -197,6 +198,24 @@ private slots:
         // The plain task at 9:00 and the occurrence at 10:00 are both past by evening.
         QCOMPARE(DataManager::instance()->getOverdueDayTaskCount(QDateTime(m_occurrenceDay, QTime(20, 0))),
                  2);
+    }
+
+    void remindersAndWishesAreKeptOnTheWorker()
+    {
+        DataManager* dataManager = DataManager::instance();
+        const QVariantMap reminder{{"ID", "t1"},
+                                   {"NAME", "Call"},
+                                   {"DUEDATE", wallClock(Clock::currentDate().addDays(30), QTime(9, 0))}};
+
+        dataManager->scheduleReminder(reminder, NotificationManager::Hour);
+        dataManager->setDueRepeatedReminder("t1", NotificationManager::FiveMinutes);
+
+        QCOMPARE(NotificationManager::instance()->thread(), DatabaseHandler::instance()->thread());
+        QVERIFY(dataManager->hasScheduledReminder(reminder, NotificationManager::Hour));
+        QCOMPARE(dataManager->getReminderCount(), 1);
+        QCOMPARE(dataManager->getDueRepeatedReminders("t1"), QVariantList{NotificationManager::FiveMinutes});
+        dataManager->removeAllRemindersById("t1");
+        QVERIFY(!dataManager->hasScheduledReminders("t1"));
     }
 
     void objectsAreCreatedDeletedRestoredAndListed()
