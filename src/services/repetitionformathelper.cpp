@@ -115,8 +115,9 @@ QDateTime nextListedWeekday(const QDateTime& date, int count, const QStringList&
 }
 
 // The first date of the rule after now, at least one step on from due; null when the rule cannot get
-// there. A step depends on the weekday alone, so coming back to a weekday no later than its last visit
-// means the walk would circle for ever (a count of 0, or a list with repeated days from sync).
+// there. A step depends on nothing but the weekday it starts from, so coming back to a weekday no
+// later than its last visit means the walk would circle for ever (a count of 0 or below, or a list
+// with repeated days from sync).
 QDateTime nextDateAfterNow(const QDateTime& due, const QString& period)
 {
     const QDateTime now = Clock::currentDateTimeUtc();
