@@ -3,10 +3,6 @@
 #include <QStringList>
 
 namespace {
-// Values of the reminder types at the two ends of their range.
-constexpr int atTimeOfEvent = 0;
-constexpr int twoDays = 8;
-
 // Built at each call so that a language switched at run time is followed.
 QStringList leadPhrases()
 {
@@ -23,15 +19,16 @@ ReminderFormatHelper::ReminderFormatHelper(QObject* parent)
 
 ReminderFormatHelper::~ReminderFormatHelper() = default;
 
-QString ReminderFormatHelper::formatReminderForPreviewSection(int type, bool isStart) const
+QString ReminderFormatHelper::formatReminderForPreviewSection(NotificationManager::NotificationType type,
+                                                              bool isStart) const
 {
-    if (type == atTimeOfEvent)
+    if (type == NotificationManager::AtTimeOfEvent)
         return isStart ? tr("When task is active") : tr("When task is overdue");
-    if (type < atTimeOfEvent || type > twoDays)
+    if (type < NotificationManager::AtTimeOfEvent || type > NotificationManager::TwoDays)
         return QString();
     // The preview reads the phrase at the type's own value, which is one longer than the type's lead:
     // five minutes shows the fifteen-minute phrase. Two days, one past the end, keeps the longest one.
     const QStringList phrases = leadPhrases();
-    const QString phrase = phrases.at(qMin(type, phrases.size() - 1));
+    const QString phrase = phrases.at(qMin(int(type), phrases.size() - 1));
     return phrase.arg(isStart ? tr("start") : tr("deadline"));
 }

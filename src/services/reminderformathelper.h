@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reminders/notificationmanager.h"
+
 #include <QObject>
 #include <QString>
 
@@ -12,7 +14,7 @@ public:
     explicit ReminderFormatHelper(QObject* parent = nullptr);
     ~ReminderFormatHelper() override;
 
-    // type holds a reminder type: 0 at the time of the event, 1 to 8 from five minutes to two days
-    // ahead. isStart tells a reminder of the start from one of the deadline.
-    Q_INVOKABLE QString formatReminderForPreviewSection(int type, bool isStart) const;
+    // isStart tells a reminder of the start from one of the deadline.
+    Q_INVOKABLE QString formatReminderForPreviewSection(NotificationManager::NotificationType type,
+                                                        bool isStart) const;
 };

@@ -150,11 +150,15 @@ void PreviewWordingTest::ruleAndReminderRead()
 
     QCOMPARE(rules.formatRepetitionForPreview("w;2;1,3,5,6"),
              QStringLiteral("Do every 2 weeks on Monday, Wednesday, Friday and Saturday"));
-    QCOMPARE(reminders.formatReminderForPreviewSection(0, false), QStringLiteral("When task is overdue"));
+    QCOMPARE(reminders.formatReminderForPreviewSection(NotificationManager::AtTimeOfEvent, false),
+             QStringLiteral("When task is overdue"));
     // Each type reads the phrase one longer than its own lead; two days, past the list, keeps the last.
-    QCOMPARE(reminders.formatReminderForPreviewSection(1, true), QStringLiteral("15 min before start"));
-    QCOMPARE(reminders.formatReminderForPreviewSection(8, false), QStringLiteral("2 days before deadline"));
-    QCOMPARE(reminders.formatReminderForPreviewSection(9, true), QString());
+    QCOMPARE(reminders.formatReminderForPreviewSection(NotificationManager::FiveMinutes, true),
+             QStringLiteral("15 min before start"));
+    QCOMPARE(reminders.formatReminderForPreviewSection(NotificationManager::TwoDays, false),
+             QStringLiteral("2 days before deadline"));
+    QCOMPARE(reminders.formatReminderForPreviewSection(NotificationManager::NotificationType(9), true),
+             QString());
 }
 
 NORVEL_TEST_MAIN(PreviewWordingTest)
