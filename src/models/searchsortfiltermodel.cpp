@@ -1,38 +1,14 @@
 #include "searchsortfiltermodel.h"
 
-namespace {
-
-const QString idKey = QStringLiteral("ID");
-const QString nameKey = QStringLiteral("NAME");
-const QString memoKey = QStringLiteral("MEMO");
-const QString stateKey = QStringLiteral("STATE");
-
-// In the order the results show them.
-enum Kind { Folder, Project, Context, Task };
-
-Kind kindOf(const QVariantMap& object)
-{
-    if (object.value(QStringLiteral("FOLDER")).toBool())
-        return Folder;
-    if (object.contains(QStringLiteral("PERIOD")))
-        return Task;
-    return object.contains(QStringLiteral("CONTEXT")) ? Project : Context;
-}
-
-int stateOf(const QVariantMap& object)
-{
-    return object.value(stateKey).toInt();
-}
-
-} // namespace
+#include "models/searchindex.h"
 
 struct SearchSortFilterModel::Private
 {
     explicit Private(bool searchNamesOnly)
-        : searchNamesOnly(searchNamesOnly)
+        : index(searchNamesOnly)
     {}
 
-    const bool searchNamesOnly;
+    SearchIndex index;
     QString searchString;
     bool excludeCompletedTasks = false;
     bool excludeCompletedProjects = false;
@@ -44,6 +20,32 @@ SearchSortFilterModel::SearchSortFilterModel(bool searchNamesOnly, QObject* pare
 {}
 
 SearchSortFilterModel::~SearchSortFilterModel() = default;
+
+// The index follows the source before the proxy's own handlers run, which filter and sort from it.
+void SearchSortFilterModel::setSourceModel(QAbstractItemModel* sourceModel)
+{
+    if (!sourceModel)
+        return;
+    connect(sourceModel, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int first, int last) {
+                for (int row = first; row <= last; ++row)
+                    d->index.insert(row, recordAt(this->sourceModel()->index(row, 0)));
+            });
+    connect(sourceModel, &QAbstractItemModel::rowsRemoved, this,
+            [this](const QModelIndex&, int first, int last) { d->index.remove(first, last - first + 1); });
+    connect(sourceModel, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
+                for (int row = topLeft.row(); row <= bottomRight.row(); ++row)
+                    d->index.replace(row, recordAt(this->sourceModel()->index(row, 0)));
+                d->index.rankNames();
+            });
+    const auto rebuild = [this] { rebuildIndex(this->sourceModel()); };
+    connect(sourceModel, &QAbstractItemModel::modelReset, this, rebuild);
+    connect(sourceModel, &QAbstractItemModel::layoutChanged, this, rebuild);
+    connect(sourceModel, &QAbstractItemModel::rowsMoved, this, rebuild);
+    rebuildIndex(sourceModel);
+    SortModel::setSourceModel(sourceModel);
+}
 
 QString SearchSortFilterModel::searchString() const
 {
@@ -79,7 +81,7 @@ void SearchSortFilterModel::setExcludeCompletedProjects(bool exclude)
 // The user searches for what is on the screen, so the pseudo-objects match in the interface language.
 QString SearchSortFilterModel::displayedName(const QVariantMap& object)
 {
-    const QString name = object.value(nameKey).toString();
+    const QString name = object.value(QStringLiteral("NAME")).toString();
     if (name == QLatin1String("No context"))
         return tr("No context");
     if (name == QLatin1String("No folder"))
@@ -91,72 +93,58 @@ QString SearchSortFilterModel::displayedName(const QVariantMap& object)
     return name;
 }
 
-// One pass filters and sorts everything again: the order depends on the string as well.
+// One pass filters and sorts everything again, since the order depends on the string as well. The
+// proxy's own filter string is left alone: this model's filter reads the index.
 void SearchSortFilterModel::setSearchString(const QString& searchString)
 {
     if (d->searchString == searchString)
         return;
     d->searchString = searchString;
     emit searchStringChanged(searchString);
+    d->index.setSearchString(searchString);
+    // Rows that arrived one by one since the last refresh leave the ranks stale.
+    d->index.rankNames();
     invalidate();
 }
 
 bool SearchSortFilterModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourceRight) const
 {
-    const QVariantMap a = recordAt(sourceLeft);
-    const QVariantMap b = recordAt(sourceRight);
-    const Kind kindA = kindOf(a);
-    const Kind kindB = kindOf(b);
-    if (kindA != kindB)
-        return kindA < kindB;
-    if (kindA == Folder || kindA == Context)
-        return sortByName(a, b);
-    return sortByStateAndName(a, b);
+    const SearchIndex::Entry& a = d->index.at(sourceLeft.row());
+    const SearchIndex::Entry& b = d->index.at(sourceRight.row());
+    if (a.kind != b.kind)
+        return a.kind < b.kind;
+    if ((a.kind == SearchIndex::Project || a.kind == SearchIndex::Task) && a.state != b.state)
+        return a.state < b.state;
+    return sortByName(a, b);
 }
 
-bool SearchSortFilterModel::filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const
+bool SearchSortFilterModel::filterAcceptsRow(int sourceRow, const QModelIndex&) const
 {
-    const QVariantMap object = recordAt(sourceModel()->index(sourceRow, 0, sourceParent));
-    return !isExcluded(object) && matches(object);
+    const SearchIndex::Entry& entry = d->index.at(sourceRow);
+    return !isExcluded(entry) && entry.matches;
 }
 
-bool SearchSortFilterModel::isExcluded(const QVariantMap& object) const
+void SearchSortFilterModel::rebuildIndex(const QAbstractItemModel* sourceModel)
 {
-    if (stateOf(object) != 2)
+    d->index.clear();
+    for (int row = 0; row < sourceModel->rowCount(); ++row)
+        d->index.insert(row, recordAt(sourceModel->index(row, 0)));
+    d->index.rankNames();
+}
+
+bool SearchSortFilterModel::isExcluded(const SearchIndex::Entry& entry) const
+{
+    if (entry.state != 2)
         return false;
-    const Kind kind = kindOf(object);
-    return (d->excludeCompletedTasks && kind == Task) || (d->excludeCompletedProjects && kind == Project);
-}
-
-bool SearchSortFilterModel::matches(const QVariantMap& object) const
-{
-    if (displayedName(object).contains(d->searchString, Qt::CaseInsensitive))
-        return true;
-    return !d->searchNamesOnly &&
-           object.value(memoKey).toString().contains(d->searchString, Qt::CaseInsensitive);
+    return (d->excludeCompletedTasks && entry.kind == SearchIndex::Task) ||
+           (d->excludeCompletedProjects && entry.kind == SearchIndex::Project);
 }
 
 // Names that start with the search string lead. Among those, and among the rest, names and then IDs
 // decide, so that the order stays strict.
-bool SearchSortFilterModel::sortByName(const QVariantMap& a, const QVariantMap& b) const
+bool SearchSortFilterModel::sortByName(const SearchIndex::Entry& a, const SearchIndex::Entry& b) const
 {
-    const QString nameA = displayedName(a);
-    const QString nameB = displayedName(b);
-    if (!d->searchString.isEmpty()) {
-        const bool startA = nameA.startsWith(d->searchString, Qt::CaseInsensitive);
-        if (startA != nameB.startsWith(d->searchString, Qt::CaseInsensitive))
-            return startA;
-    }
-    if (nameA != nameB)
-        return nameA < nameB;
-    return a.value(idKey).toString() < b.value(idKey).toString();
-}
-
-bool SearchSortFilterModel::sortByStateAndName(const QVariantMap& a, const QVariantMap& b) const
-{
-    const int stateA = stateOf(a);
-    const int stateB = stateOf(b);
-    if (stateA != stateB)
-        return stateA < stateB;
-    return sortByName(a, b);
+    if (!d->searchString.isEmpty() && a.nameStartsWithSearch != b.nameStartsWithSearch)
+        return a.nameStartsWithSearch;
+    return d->index.nameLessThan(a, b);
 }

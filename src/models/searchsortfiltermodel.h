@@ -1,5 +1,6 @@
 #pragma once
 
+#include "models/searchindex.h"
 #include "models/sortmodel.h"
 
 #include <memory>
@@ -15,6 +16,8 @@ class SearchSortFilterModel : public SortModel
 public:
     explicit SearchSortFilterModel(bool searchNamesOnly, QObject* parent = nullptr);
     ~SearchSortFilterModel() override;
+
+    void setSourceModel(QAbstractItemModel* sourceModel) override;
 
     QString searchString() const;
     bool excludeCompletedTasks() const;
@@ -36,10 +39,9 @@ protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
 
 private:
-    bool isExcluded(const QVariantMap& object) const;
-    bool matches(const QVariantMap& object) const;
-    bool sortByName(const QVariantMap& a, const QVariantMap& b) const;
-    bool sortByStateAndName(const QVariantMap& a, const QVariantMap& b) const;
+    void rebuildIndex(const QAbstractItemModel* sourceModel);
+    bool isExcluded(const SearchIndex::Entry& entry) const;
+    bool sortByName(const SearchIndex::Entry& a, const SearchIndex::Entry& b) const;
 
     struct Private;
     std::unique_ptr<Private> d;

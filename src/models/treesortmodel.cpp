@@ -65,11 +65,18 @@ void TreeSortModel::setSourceModel(QAbstractItemModel* sourceModel)
     d->treeModel = qobject_cast<TreeModel*>(sourceModel);
     if (!d->treeModel)
         return;
-    connect(d->treeModel, &QAbstractItemModel::dataChanged, this, &TreeSortModel::readSortedListInfos);
-    connect(d->treeModel, &QAbstractItemModel::rowsInserted, this, &TreeSortModel::readSortedListInfos);
-    connect(d->treeModel, &QAbstractItemModel::layoutChanged, this, &TreeSortModel::readSortedListInfos);
-    connect(d->treeModel, &QAbstractItemModel::modelReset, this, &TreeSortModel::readSortedListInfos);
-    readSortedListInfos();
+    connect(d->treeModel, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
+                if (topLeft.row() == 0 && bottomRight.row() == d->treeModel->rowCount() - 1)
+                    readAllSortedListInfos();
+                else
+                    readMissingSortedListInfos(topLeft.row(), bottomRight.row());
+            });
+    connect(d->treeModel, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int first, int last) { readMissingSortedListInfos(first, last); });
+    connect(d->treeModel, &QAbstractItemModel::layoutChanged, this, &TreeSortModel::readAllSortedListInfos);
+    connect(d->treeModel, &QAbstractItemModel::modelReset, this, &TreeSortModel::readAllSortedListInfos);
+    readAllSortedListInfos();
     SortModel::setSourceModel(sourceModel);
 }
 
@@ -267,13 +274,19 @@ int TreeSortModel::sameLevelIndex(int row) const
     return index;
 }
 
-// Only the lists that hold rows of the source are read.
-void TreeSortModel::readSortedListInfos()
+// A pass over all rows, as sort() and update() make, reads every list that holds rows anew. A change
+// of some rows reads only the lists it brings in: the stored settings change only before a sort().
+void TreeSortModel::readAllSortedListInfos()
 {
-    QSet<QString> listIds;
-    for (int row = 0; row < d->treeModel->rowCount(); ++row)
-        listIds.insert(branchListId(parentOf(recordAt(d->treeModel->index(row)))));
     d->sortedListInfos.clear();
-    for (const QString& listId : qAsConst(listIds))
-        d->sortedListInfos.insert(listId, DataManager::instance()->getSortedListInfo(listId, listType()));
+    readMissingSortedListInfos(0, d->treeModel->rowCount() - 1);
+}
+
+void TreeSortModel::readMissingSortedListInfos(int first, int last)
+{
+    for (int row = first; row <= last; ++row) {
+        const QString listId = branchListId(parentOf(recordAt(d->treeModel->index(row))));
+        if (!d->sortedListInfos.contains(listId))
+            d->sortedListInfos.insert(listId, DataManager::instance()->getSortedListInfo(listId, listType()));
+    }
 }

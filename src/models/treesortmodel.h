@@ -66,7 +66,8 @@ protected:
 private:
     QVariantMap ancestorAtLevel(QVariantMap object, int level) const;
     int sameLevelIndex(int row) const;
-    void readSortedListInfos();
+    void readAllSortedListInfos();
+    void readMissingSortedListInfos(int first, int last);
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -104,6 +104,23 @@ private slots:
         QTEST(visibleIds(pair.model), "expected");
     }
 
+    void followsRefreshesOfTheSource()
+    {
+        Records records{RecordBuilder::task("Tea b").withId("b"), RecordBuilder::task("Tea c").withId("c"),
+                        RecordBuilder::task("Tea d").withId("d")};
+        SearchSortFilterModel model(true);
+        model.setSourceModel(new ListModel([&records] { return records; }, &model));
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setSearchString("tea");
+
+        records.removeAt(0);
+        records[1].insert("NAME", "Coffee");
+        records.append(RecordBuilder::task("Tea a").withId("a"));
+        records.append(RecordBuilder::task("Green tea").withId("g").withState(2));
+        static_cast<ListModel*>(model.sourceModel())->update();
+        QCOMPARE(visibleIds(model), ids("a c g"));
+    }
+
     void noContextMatchesByItsTranslatedName()
     {
         RussianTranslator russian;
