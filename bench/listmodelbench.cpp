@@ -3,8 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QGuiApplication>
 #include <QDateTime>
+#include <QGuiApplication>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTemporaryDir>

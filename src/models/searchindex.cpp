@@ -74,11 +74,6 @@ void SearchIndex::clear()
     m_entries.clear();
 }
 
-const SearchIndex::Entry& SearchIndex::at(int row) const
-{
-    return m_entries.at(row);
-}
-
 SearchIndex::Entry SearchIndex::entryOf(const QVariantMap& object) const
 {
     Entry entry;

@@ -46,7 +46,7 @@ public:
     void remove(int first, int count);
     void clear();
 
-    const Entry& at(int row) const;
+    const Entry& at(int row) const { return m_entries.at(row); }
 
 private:
     static bool namesLessThan(const Entry& a, const Entry& b);

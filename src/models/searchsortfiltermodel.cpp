@@ -35,6 +35,9 @@ void SearchSortFilterModel::setSourceModel(QAbstractItemModel* sourceModel)
             [this](const QModelIndex&, int first, int last) { d->index.remove(first, last - first + 1); });
     connect(sourceModel, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
+                // An emptied list announces its change with invalid indexes.
+                if (!topLeft.isValid() || !bottomRight.isValid())
+                    return;
                 for (int row = topLeft.row(); row <= bottomRight.row(); ++row)
                     d->index.replace(row, recordAt(this->sourceModel()->index(row, 0)));
                 d->index.rankNames();

@@ -67,6 +67,8 @@ void TreeSortModel::setSourceModel(QAbstractItemModel* sourceModel)
         return;
     connect(d->treeModel, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
+                if (!topLeft.isValid() || !bottomRight.isValid())
+                    return;
                 if (topLeft.row() == 0 && bottomRight.row() == d->treeModel->rowCount() - 1)
                     readAllSortedListInfos();
                 else

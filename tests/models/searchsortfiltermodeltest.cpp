@@ -119,6 +119,10 @@ private slots:
         records.append(RecordBuilder::task("Green tea").withId("g").withState(2));
         static_cast<ListModel*>(model.sourceModel())->update();
         QCOMPARE(visibleIds(model), ids("a c g"));
+
+        records.clear();
+        static_cast<ListModel*>(model.sourceModel())->update();
+        QCOMPARE(model.rowCount(), 0);
     }
 
     void noContextMatchesByItsTranslatedName()
