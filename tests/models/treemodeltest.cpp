@@ -22,19 +22,7 @@ QStringList ids(const char* spaced)
     return QString::fromLatin1(spaced).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-// Without the suffix that keeps the ids of each test apart in the one store.
-QStringList visibleIds(const QAbstractItemModel& model)
-{
-    QStringList shown;
-    for (int row = 0; row < model.rowCount(); ++row)
-        shown << model.index(row, 0)
-                     .data(TreeModel::treeItemRole)
-                     .toMap()
-                     .value("ID")
-                     .toString()
-                     .section('#', 0, 0);
-    return shown;
-}
+const QStringList predefinedProjects{RecordBuilder::inboxId, RecordBuilder::oneStepActionsId};
 
 QVariantMap pseudoObject(const QString& id, const QString& name, bool folder)
 {
@@ -104,18 +92,43 @@ class TreeModelTest : public QObject
     Q_OBJECT
 
 private:
+    // Rows are never deleted from the one store, so each test's ids carry a suffix of its own.
     int m_run = 0;
-    QStringList m_createdProjects;
 
     QString id(const char* name) const { return QStringLiteral("%1#%2").arg(QLatin1String(name)).arg(m_run); }
 
-    QStringList m_createdContexts;
+    // The rows of this test and the pseudo-objects, without the suffix.
+    QStringList visibleIds(const QAbstractItemModel& model) const
+    {
+        const QString suffix = id("");
+        QStringList shown;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QString rowId =
+                model.index(row, 0).data(TreeModel::treeItemRole).toMap().value("ID").toString();
+            if (rowId.endsWith(suffix) || !rowId.contains('#'))
+                shown << rowId.chopped(rowId.endsWith(suffix) ? suffix.size() : 0);
+        }
+        return shown;
+    }
+
+    int rowOf(const QAbstractItemModel& model, const char* name) const
+    {
+        for (int row = 0; row < model.rowCount(); ++row) {
+            if (model.index(row, 0).data(TreeModel::treeItemRole).toMap().value("ID") == id(name))
+                return row;
+        }
+        return -1;
+    }
+
+    QVariant dataOf(const QAbstractItemModel& model, const char* name, int role) const
+    {
+        return model.index(rowOf(model, name), 0).data(role);
+    }
 
     void createProject(const QVariantMap& project)
     {
         QVERIFY(DataManager::instance()->createProjectLocally(project));
         QVERIFY(DataManager::instance()->commitChanges());
-        m_createdProjects << project.value("ID").toString();
     }
 
     void moveProject(const QString& id, const QString& parentId)
@@ -140,20 +153,6 @@ private slots:
     void initTestCase() { QVERIFY(TestDatabase::unpackApplicationDatabase()); }
     void init() { ++m_run; }
 
-    // Every test starts from a store whose trees hold nothing.
-    void cleanup()
-    {
-        DataManager* data = DataManager::instance();
-        for (const QString& id : qAsConst(m_createdProjects))
-            QVERIFY(data->updateProjectLocally(changed(data->getProjectById(id), 1)));
-        for (const QString& id : qAsConst(m_createdContexts))
-            QVERIFY(data->updateContextLocally(changed(data->getContextById(id), 1)));
-        if (!m_createdProjects.isEmpty() || !m_createdContexts.isEmpty())
-            QVERIFY(data->commitChanges());
-        m_createdProjects.clear();
-        m_createdContexts.clear();
-    }
-
     void projectTreeIsDepthFirstWithPredefinedProjectsLast()
     {
         createNestedFolders();
@@ -162,11 +161,10 @@ private slots:
         pair.sort->openItem(id("b"));
         pair.sort->openItem(id("c"));
 
-        QCOMPARE(visibleIds(*pair.sort), QStringList({"a", "b", "p", "c", "q", RecordBuilder::inboxId,
-                                                      RecordBuilder::oneStepActionsId}));
-        QVERIFY(pair.sort->index(0, 0).data(TreeModel::isItemOpenedRole).toBool());
-        QVERIFY(pair.sort->index(0, 0).data(TreeModel::hasChildrenRole).toBool());
-        QVERIFY(!pair.sort->index(3, 0).data(TreeModel::hasChildrenRole).toBool());
+        QCOMPARE(visibleIds(*pair.sort), ids("a b p c q") + predefinedProjects);
+        QVERIFY(dataOf(*pair.sort, "a", TreeModel::isItemOpenedRole).toBool());
+        QVERIFY(dataOf(*pair.sort, "a", TreeModel::hasChildrenRole).toBool());
+        QVERIFY(!dataOf(*pair.sort, "c", TreeModel::hasChildrenRole).toBool());
     }
 
     void reopenedParentShowsItsChildrenClosed()
@@ -176,11 +174,11 @@ private slots:
         pair.sort->openItem(id("a"));
         pair.sort->openItem(id("b"));
         pair.sort->closeItem(id("a"));
-        QCOMPARE(visibleIds(*pair.sort).mid(0, 2), ids("a c"));
+        QCOMPARE(visibleIds(*pair.sort), ids("a c q") + predefinedProjects);
 
         pair.sort->openItem(id("a"));
-        QCOMPARE(visibleIds(*pair.sort).mid(0, 3), ids("a b c"));
-        QVERIFY(!pair.sort->index(1, 0).data(TreeModel::isItemOpenedRole).toBool());
+        QCOMPARE(visibleIds(*pair.sort), ids("a b c q") + predefinedProjects);
+        QVERIFY(!dataOf(*pair.sort, "b", TreeModel::isItemOpenedRole).toBool());
     }
 
     void hasChildrenIgnoresCompletedChildrenAndProjectsInFolderPicker_data()
@@ -227,18 +225,18 @@ private slots:
         TreePair pair(new ProjectTreeSortModel, new TreeModel(projectTree));
         pair.sort->openItem(id("open"));
         pair.sort->openItem(id("target"));
-        QCOMPARE(visibleIds(*pair.sort).mid(0, 5), ids("open moved closed target stays"));
+        QCOMPARE(visibleIds(*pair.sort), ids("open moved closed target stays") + predefinedProjects);
 
         moveProject(id("moved"), id("closed"));
         pair.sort->update();
-        QCOMPARE(visibleIds(*pair.sort).mid(0, 4), ids("open closed target stays"));
-        QVERIFY(pair.sort->index(0, 0).data(TreeModel::isItemOpenedRole).toBool());
-        QVERIFY(!pair.sort->index(0, 0).data(TreeModel::hasChildrenRole).toBool());
+        QCOMPARE(visibleIds(*pair.sort), ids("open closed target stays") + predefinedProjects);
+        QVERIFY(dataOf(*pair.sort, "open", TreeModel::isItemOpenedRole).toBool());
+        QVERIFY(!dataOf(*pair.sort, "open", TreeModel::hasChildrenRole).toBool());
 
         moveProject(id("moved"), id("target"));
         pair.sort->update();
-        QCOMPARE(visibleIds(*pair.sort).mid(0, 5), ids("open closed target stays moved"));
-        QVERIFY(pair.sort->index(2, 0).data(TreeModel::isItemOpenedRole).toBool());
+        QCOMPARE(visibleIds(*pair.sort), ids("open closed target stays moved") + predefinedProjects);
+        QVERIFY(dataOf(*pair.sort, "target", TreeModel::isItemOpenedRole).toBool());
     }
 
     void folderPickerHidesFolderAndItsSubtree()
@@ -266,7 +264,6 @@ private slots:
                   .build(),
               RecordBuilder::context("Office").withId(id("office")).withTimestamp(1).build()}) {
             QVERIFY(data->createContextLocally(context));
-            m_createdContexts << context.value("ID").toString();
         }
         QVERIFY(data->commitChanges());
         TreePair pair(new ContextTreeSortModel, new TreeModel(contextTree));
@@ -286,24 +283,17 @@ private slots:
         TreePair pair(new RecordingProjectTreeSortModel, new TreeModel(projectTree));
         auto* sort = static_cast<RecordingProjectTreeSortModel*>(pair.sort.get());
         pair.sort->openItem(id("a"));
-        QCOMPARE(visibleIds(*pair.sort).mid(0, 4), ids("a b r c"));
+        QCOMPARE(visibleIds(*pair.sort), ids("a b r c q") + predefinedProjects);
 
-        sort->moveItem(2, 1);
+        sort->moveItem(rowOf(*sort, "r"), rowOf(*sort, "b"));
         QCOMPARE(sort->savedListId, id("a"));
         QCOMPARE(sort->savedOrder, (SortingNamespace::OrderHash{{id("b"), 1}, {id("r"), 0}}));
 
         sort->savedListId.clear();
-        sort->moveItem(3, 1);
+        sort->moveItem(rowOf(*sort, "c"), rowOf(*sort, "b"));
         QVERIFY2(sort->savedListId.isEmpty(), "a root folder cannot be dropped among a folder's children");
-        sort->moveItem(3, 0);
+        sort->moveItem(rowOf(*sort, "c"), rowOf(*sort, "a"));
         QCOMPARE(sort->savedListId, "root_projects");
-    }
-
-private:
-    static QVariantMap changed(QVariantMap record, int state)
-    {
-        record.insert("STATE", state);
-        return record;
     }
 };
 
