@@ -41,12 +41,12 @@ public:
     int activeObjectCount() const;
 
     Q_INVOKABLE void switchToManualSortingMode();
-    Q_INVOKABLE void update();
-    Q_INVOKABLE void moveItem(int oldIndex, int newIndex);
+    Q_INVOKABLE virtual void update();
+    Q_INVOKABLE virtual void moveItem(int oldIndex, int newIndex);
     using QSortFilterProxyModel::sort;
     // Reloads the list's sorting settings and sorts again.
     Q_INVOKABLE void sort();
-    Q_INVOKABLE void clear();
+    Q_INVOKABLE virtual void clear();
     Q_INVOKABLE void requestDeletion();
     Q_INVOKABLE QVariantList getTaskList() const;
     Q_INVOKABLE QVariantList getObjectList() const;
