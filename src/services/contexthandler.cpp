@@ -2,9 +2,12 @@
 
 #include "core/logmanager.h"
 #include "models/contexttasksortmodel.h"
+#include "models/contexttreesortmodel.h"
 #include "models/listmodel.h"
 #include "models/rootcontextslistmodel.h"
+#include "models/searchsortfiltermodel.h"
 #include "models/sortmodel.h"
+#include "models/treemodel.h"
 #include "store/datamanager.h"
 
 using namespace SortingNamespace;
@@ -112,6 +115,23 @@ int ContextHandler::getContextTaskCountRecursive(const QString& contextId)
 int ContextHandler::getContextProjectCountRecursive(const QString& contextId)
 {
     return data()->getContextProjectCountRecursive(contextId);
+}
+
+QVariant ContextHandler::getContextTreeModel(const QString& filteredObjectId)
+{
+    auto* sortModel = new ContextTreeSortModel;
+    sortModel->setFilteredObjectId(filteredObjectId);
+    sortModel->setSourceModel(new TreeModel([this] {
+        TreeHierarchy tree = data()->getContextTree();
+        tree.rootObjects << d->noContextObject;
+        return tree;
+    }));
+    return QVariant::fromValue(sortModel);
+}
+
+QVariant ContextHandler::getAllContextsSearchModel()
+{
+    return handOut(new SearchSortFilterModel(true), [] { return data()->getAllContexts(); });
 }
 
 QVariant ContextHandler::getRootContextListModel()

@@ -36,7 +36,9 @@ public:
     Q_INVOKABLE int getContextProjectCountRecursive(const QString& contextId);
 
     // Each call makes a new pair of a ListModel and the sort model that is returned.
+    Q_INVOKABLE QVariant getContextTreeModel(const QString& filteredObjectId);
     Q_INVOKABLE QVariant getRootContextListModel();
+    Q_INVOKABLE QVariant getAllContextsSearchModel();
     Q_INVOKABLE QVariant getContextChildren(const QString& id);
     Q_INVOKABLE QVariant getDeletedContexts();
 

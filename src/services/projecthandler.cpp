@@ -1,8 +1,12 @@
 #include "projecthandler.h"
 
 #include "core/logmanager.h"
+#include "models/foldertreemodel.h"
+#include "models/foldertreesortmodel.h"
 #include "models/listmodel.h"
 #include "models/projectfoldersortmodel.h"
+#include "models/projecttreesortmodel.h"
+#include "models/searchsortfiltermodel.h"
 #include "models/sortmodel.h"
 #include "store/datamanager.h"
 #include "store/predefineddatahelper.h"
@@ -46,6 +50,20 @@ QVariant handOut(SortModel* sortModel, ListModel::DataFunction dataFunction)
 {
     sortModel->setSourceModel(new ListModel(std::move(dataFunction)));
     return QVariant::fromValue(sortModel);
+}
+
+QVariant handOut(TreeSortModel* sortModel, TreeModel* treeModel)
+{
+    sortModel->setSourceModel(treeModel);
+    return QVariant::fromValue(sortModel);
+}
+
+// The tree of projects with pseudo-objects closing its root level, in the order given.
+TreeHierarchy projectTreeWith(const QList<QVariantMap>& closingObjects)
+{
+    TreeHierarchy tree = DataManager::instance()->getProjectTree();
+    tree.rootObjects << closingObjects;
+    return tree;
 }
 } // namespace
 
@@ -148,6 +166,38 @@ QVariant ProjectHandler::getNestedObjects(const QString& folderId)
     sortModel->setExcludeCompletedObjectsType(SortModel::ExcludeCompletedProjects);
     sortModel->setModelType(ListTypeFolder, folderId);
     return handOut(sortModel, [folderId] { return data()->getNestedObjects(folderId); });
+}
+
+QVariant ProjectHandler::getProjectTreeModel()
+{
+    return handOut(new ProjectTreeSortModel,
+                   new TreeModel([this] { return projectTreeWith({d->oneStepObject}); }));
+}
+
+QVariant ProjectHandler::getProjectTreeModelWithNorvelBox()
+{
+    return handOut(new ProjectTreeSortModel, new TreeModel([this] {
+                       return projectTreeWith({d->oneStepObject, d->norvelBoxObject});
+                   }));
+}
+
+QVariant ProjectHandler::getFolderTreeModel(const QString& filteredObjectId)
+{
+    auto* sortModel = new FolderTreeSortModel;
+    sortModel->setFilteredObjectId(filteredObjectId);
+    return handOut(sortModel, new FolderTreeModel([this] { return projectTreeWith({d->noFolderObject}); }));
+}
+
+QVariant ProjectHandler::getAllProjectsSearchModel()
+{
+    auto* sortModel = new SearchSortFilterModel(true);
+    sortModel->setExcludeCompletedProjects(true);
+    return handOut(sortModel, [] { return data()->getAllActiveProjects(); });
+}
+
+QVariant ProjectHandler::getAllFoldersSearchModel()
+{
+    return handOut(new SearchSortFilterModel(true), [] { return data()->getAllFolders(); });
 }
 
 QVariant ProjectHandler::getDeletedProjects()

@@ -35,6 +35,11 @@ public:
     // Each call makes a new pair of a ListModel and the sort model that is returned.
     Q_INVOKABLE QVariant getRootObjects();
     Q_INVOKABLE QVariant getNestedObjects(const QString& folderId);
+    Q_INVOKABLE QVariant getProjectTreeModel();
+    Q_INVOKABLE QVariant getProjectTreeModelWithNorvelBox();
+    Q_INVOKABLE QVariant getFolderTreeModel(const QString& filteredObjectId);
+    Q_INVOKABLE QVariant getAllProjectsSearchModel();
+    Q_INVOKABLE QVariant getAllFoldersSearchModel();
     Q_INVOKABLE QVariant getDeletedProjects();
     Q_INVOKABLE QVariant getDeletedFolders();
 

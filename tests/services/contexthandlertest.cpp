@@ -94,9 +94,18 @@ private slots:
                  QStringList({"cut", "cut-inner"}));
     }
 
+    void rootListAlwaysEndsWithNoContext_data()
+    {
+        QTest::addColumn<bool>("tree");
+        QTest::newRow("root list") << false;
+        QTest::newRow("context tree") << true;
+    }
+
     void rootListAlwaysEndsWithNoContext()
     {
-        auto* model = qvariant_cast<SortModel*>(m_handler->getRootContextListModel());
+        QFETCH(bool, tree);
+        auto* model = qvariant_cast<SortModel*>(tree ? m_handler->getContextTreeModel(QString())
+                                                     : m_handler->getRootContextListModel());
         QVERIFY(model);
         QAbstractItemModelTester tester(model);
 

@@ -142,9 +142,20 @@ private slots:
         QVERIFY(!data()->findChild<QTimer*>("delayedSyncTimer")->isActive());
     }
 
+    void rootListAlwaysEndsWithSingleActions_data()
+    {
+        QTest::addColumn<QByteArray>("factory");
+        QTest::newRow("root list") << QByteArray("getRootObjects");
+        QTest::newRow("project tree") << QByteArray("getProjectTreeModel");
+        QTest::newRow("tree with the inbox") << QByteArray("getProjectTreeModelWithNorvelBox");
+    }
+
     void rootListAlwaysEndsWithSingleActions()
     {
-        auto* model = qvariant_cast<SortModel*>(m_handler->getRootObjects());
+        QFETCH(QByteArray, factory);
+        QVariant handedOut;
+        QVERIFY(QMetaObject::invokeMethod(m_handler, factory, Q_RETURN_ARG(QVariant, handedOut)));
+        auto* model = qvariant_cast<SortModel*>(handedOut);
         QVERIFY(model);
         QAbstractItemModelTester tester(model);
 
