@@ -8,6 +8,11 @@ TextField {
     id: field
 
     implicitWidth: appStyle.components.toolBar.searchFieldWidth
+    implicitHeight: 30
+    font.pixelSize: 13
+    topPadding: 0
+    bottomPadding: 0
+    verticalAlignment: TextInput.AlignVCenter
     leftPadding: 30
     placeholderText: qsTr("Search")
     selectByMouse: true
