@@ -6,7 +6,6 @@
 #include <QScreen>
 #include <QSvgRenderer>
 
-
 namespace {
 const QStringList drawingColors = {QStringLiteral("#2196F3"), QStringLiteral("#B1B1B1"),
                                    QStringLiteral("#FFFFFF")};
@@ -27,8 +26,7 @@ ColoredIconProvider::ColoredIconProvider(std::function<bool()> isDarkMode,
     : QQuickImageProvider(QQuickImageProvider::Pixmap)
     , m_isDarkMode(std::move(isDarkMode))
     , m_applicationColor(std::move(applicationColor))
-{
-}
+{}
 
 QPixmap ColoredIconProvider::requestPixmap(const QString& id, QSize* size, const QSize& requestedSize)
 {
@@ -52,7 +50,8 @@ QPixmap ColoredIconProvider::requestPixmap(const QString& id, QSize* size, const
     return pixmap;
 }
 
-QByteArray ColoredIconProvider::recolor(QByteArray svg, const QColor& iconColor, const QColor& applicationColor)
+QByteArray ColoredIconProvider::recolor(QByteArray svg, const QColor& iconColor,
+                                        const QColor& applicationColor)
 {
     for (const QString& drawingColor : drawingColors)
         svg = replaceColor(svg, drawingColor, iconColor.name());

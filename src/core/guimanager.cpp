@@ -1,7 +1,7 @@
 #include "guimanager.h"
 
-#include "core/colorediconprovider.h"
 #include "core/clock.h"
+#include "core/colorediconprovider.h"
 #include "core/logger.h"
 #include "core/logmanager.h"
 #include "core/proxyauthdialog.h"
@@ -171,8 +171,9 @@ void GuiManager::publishServices()
 void GuiManager::publishConstants()
 {
     const QString applicationDirectory = QCoreApplication::applicationDirPath();
-    setContextProperty(QStringLiteral("METHOD_RESOURCES_URL"),
-                       QStringLiteral("file://%1/../Resources/MethodArticles/method").arg(applicationDirectory));
+    setContextProperty(
+        QStringLiteral("METHOD_RESOURCES_URL"),
+        QStringLiteral("file://%1/../Resources/MethodArticles/method").arg(applicationDirectory));
     setContextProperty(QStringLiteral("DEFAULT_OBJECT_STATE"), 0);
     setContextProperty(QStringLiteral("DELETED_OBJECT_STATE"), 1);
     setContextProperty(QStringLiteral("COMPLETED_OBJECT_STATE"), 2);
@@ -266,7 +267,8 @@ bool GuiManager::isInDarkTimeSpan(const QTime& start, const QTime& end, const QT
 
 bool GuiManager::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress && watched->parent() && watched->objectName() != undoButtonName)
+    if (event->type() == QEvent::MouseButtonPress && watched->parent() &&
+        watched->objectName() != undoButtonName)
         emit userPerformedAction();
     return false;
 }
@@ -351,9 +353,9 @@ void GuiManager::reloadTranslations()
     removeTranslation(d->appTranslator);
     const QString language = Settings::instance()->applicationLanguage();
     QLOG_INFO() << "Setting up current system locale: " << language;
-    d->qtTranslator = installTranslation(QStringLiteral(":/translations/qtbase_%1.qm").arg(language),
-                                         "Qt translation file loaded successfully!",
-                                         "Unable to load Qt translation file!");
+    d->qtTranslator =
+        installTranslation(QStringLiteral(":/translations/qtbase_%1.qm").arg(language),
+                           "Qt translation file loaded successfully!", "Unable to load Qt translation file!");
     d->appTranslator = installTranslation(QStringLiteral(":/translations/nv_%1.qm").arg(language),
                                           "App translation file loaded successfully!",
                                           "Unable to load App translation file!");
@@ -488,8 +490,8 @@ void GuiManager::showTaskById(const QString& taskId)
         project.insert(QStringLiteral("ID"), projectId);
     else
         project = DataManager::instance()->getProjectById(projectId);
-    QMetaObject::invokeMethod(d->window, "showTaskEditItem", Qt::QueuedConnection,
-                              Q_ARG(QVariant, project), Q_ARG(QVariant, QVariant(task)));
+    QMetaObject::invokeMethod(d->window, "showTaskEditItem", Qt::QueuedConnection, Q_ARG(QVariant, project),
+                              Q_ARG(QVariant, QVariant(task)));
 }
 
 void GuiManager::onTrayActivated(QSystemTrayIcon::ActivationReason reason)

@@ -41,9 +41,9 @@ AppearancePortal::AppearancePortal(const QDBusConnection& bus, QObject* parent)
                        QString::fromLatin1(interfaceName), QStringLiteral("SettingChanged"), this,
                        SLOT(handleSettingChanged(QString, QString, QDBusVariant)));
 
-    QDBusMessage read = QDBusMessage::createMethodCall(
-        QString::fromLatin1(serviceName), QString::fromLatin1(objectPath), QString::fromLatin1(interfaceName),
-        QStringLiteral("Read"));
+    QDBusMessage read =
+        QDBusMessage::createMethodCall(QString::fromLatin1(serviceName), QString::fromLatin1(objectPath),
+                                       QString::fromLatin1(interfaceName), QStringLiteral("Read"));
     read << QString::fromLatin1(appearanceNamespace) << QString::fromLatin1(colorSchemeKey);
     const QDBusMessage reply = connection.call(read, QDBus::Block, readTimeoutMilliseconds);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {

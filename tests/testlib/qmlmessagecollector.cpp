@@ -9,8 +9,8 @@ QStringList collected;
 bool comesFromQml(const QMessageLogContext& context, const QString& message)
 {
     const QByteArray category(context.category ? context.category : "");
-    return category.startsWith("qml") || category.startsWith("js") || message.contains(QLatin1String("qrc:/"))
-           || message.contains(QLatin1String("QML"));
+    return category.startsWith("qml") || category.startsWith("js") ||
+           message.contains(QLatin1String("qrc:/")) || message.contains(QLatin1String("QML"));
 }
 
 void collect(QtMsgType type, const QMessageLogContext& context, const QString& message)

@@ -57,8 +57,9 @@ void MainWindowTest::startShowsDailyPlanAndCountsTheInbox()
     QCOMPARE(m_ui.text(QStringLiteral("DailyPlanPageButton")), QStringLiteral("Daily Plan"));
     QVERIFY(!m_ui.item(QStringLiteral("NorvelBoxPageButtonCounters"))->isVisible());
 
-    QVERIFY(DataManager::instance()->createTaskLocally(RecordBuilder::task(QStringLiteral("Call the bank"))
-                                                          .inParent(QString::fromLatin1(RecordBuilder::inboxId))));
+    QVERIFY(DataManager::instance()->createTaskLocally(
+        RecordBuilder::task(QStringLiteral("Call the bank"))
+            .inParent(QString::fromLatin1(RecordBuilder::inboxId))));
     QVERIFY(DataManager::instance()->commitChanges());
     QMetaObject::invokeMethod(m_ui.object(QStringLiteral("sidePanel")), "updateUI");
 
@@ -70,8 +71,8 @@ void MainWindowTest::startShowsDailyPlanAndCountsTheInbox()
 void MainWindowTest::eachSidePanelEntryOpensItsPage_data()
 {
     QTest::addColumn<QString>("pageName");
-    for (const char* page : {"NorvelBoxPage", "DailyPlanPage", "ProjectsPage", "ContextsPage", "FavoritesPage",
-                             "MethodPage", "SettingsPage"})
+    for (const char* page : {"NorvelBoxPage", "DailyPlanPage", "ProjectsPage", "ContextsPage",
+                             "FavoritesPage", "MethodPage", "SettingsPage"})
         QTest::newRow(page) << QString::fromLatin1(page);
 }
 
@@ -125,7 +126,8 @@ void MainWindowTest::themeSwitchRepaintsTheWindow()
 
     manager->setAppInDarkMode(true);
     QCOMPARE(Settings::instance()->appTheme(), Settings::DarkTheme);
-    QCOMPARE(m_ui.property(QStringLiteral("sidePanel"), "color").value<QColor>(), QColor(QStringLiteral("#1E2022")));
+    QCOMPARE(m_ui.property(QStringLiteral("sidePanel"), "color").value<QColor>(),
+             QColor(QStringLiteral("#1E2022")));
     QCOMPARE(m_ui.window()->color(), QColor(QStringLiteral("#1E2022")));
 
     manager->setAppInDarkMode(false);
@@ -138,7 +140,8 @@ void MainWindowTest::languageSwitchRetranslatesAtOnce()
     Settings::instance()->setApplicationLanguage(QStringLiteral("ru"));
     GuiManager::instance()->reloadTranslations();
     QCOMPARE(m_ui.text(QStringLiteral("DailyPlanPageButton")), QStringLiteral("План на день"));
-    QCOMPARE(m_ui.text(QStringLiteral("syncStatusLabel")), QStringLiteral("Синхронизация ещё не выполнялась"));
+    QCOMPARE(m_ui.text(QStringLiteral("syncStatusLabel")),
+             QStringLiteral("Синхронизация ещё не выполнялась"));
 
     Settings::instance()->setApplicationLanguage(QStringLiteral("en"));
     GuiManager::instance()->reloadTranslations();
