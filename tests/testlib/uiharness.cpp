@@ -101,6 +101,8 @@ bool UiHarness::click(QQuickItem* target, const QPoint& position)
     const QPoint scenePoint = target->mapToScene(local).toPoint();
     if (!window()->contentItem()->contains(scenePoint))
         return false;
+    // Moving there first ends the hover over the last clicked item, as a real pointer would.
+    QTest::mouseMove(window(), scenePoint);
     QTest::mouseClick(window(), Qt::LeftButton, Qt::NoModifier, scenePoint);
     QTest::qWait(10);
     return true;

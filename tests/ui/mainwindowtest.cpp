@@ -22,6 +22,7 @@ private slots:
     void eachSidePanelEntryOpensItsPage_data();
     void eachSidePanelEntryOpensItsPage();
     void menuShortcutOpensPage();
+    void taskFromANotificationOpensInTheDailyPlan();
     void backAndForwardWalkTheFolderHistory();
     void themeSwitchRepaintsTheWindow();
     void languageSwitchRetranslatesAtOnce();
@@ -59,6 +60,7 @@ void MainWindowTest::startShowsDailyPlanAndCountsTheInbox()
 
     QVERIFY(DataManager::instance()->createTaskLocally(
         RecordBuilder::task(QStringLiteral("Call the bank"))
+            .withId(QStringLiteral("bank-call"))
             .inParent(QString::fromLatin1(RecordBuilder::inboxId))));
     QVERIFY(DataManager::instance()->commitChanges());
     QMetaObject::invokeMethod(m_ui.object(QStringLiteral("sidePanel")), "updateUI");
@@ -90,6 +92,17 @@ void MainWindowTest::menuShortcutOpensPage()
     QCOMPARE(currentPageName(), QStringLiteral("NorvelBoxPage"));
     m_ui.pressKey(Qt::Key_2, Qt::ControlModifier);
     QCOMPARE(currentPageName(), QStringLiteral("DailyPlanPage"));
+}
+
+void MainWindowTest::taskFromANotificationOpensInTheDailyPlan()
+{
+    QVERIFY(m_ui.click(QStringLiteral("NorvelBoxPageButton")));
+    GuiManager::instance()->showTaskById(QStringLiteral("no-such-task"));
+    QTest::qWait(20);
+    QCOMPARE(currentPageName(), QStringLiteral("NorvelBoxPage"));
+
+    GuiManager::instance()->showTaskById(QStringLiteral("bank-call"));
+    QTRY_COMPARE(currentPageName(), QStringLiteral("DailyPlanPage"));
 }
 
 void MainWindowTest::backAndForwardWalkTheFolderHistory()
