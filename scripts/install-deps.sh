@@ -20,7 +20,7 @@ dev_packages=(
     clang-format git
 )
 screenshot_packages=(
-    xvfb xauth x11-utils imagemagick
+    xvfb xauth x11-utils imagemagick xdotool
 )
 
 wanted=()

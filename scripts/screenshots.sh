@@ -18,7 +18,7 @@ wall_clock() {
 }
 
 prepare_home() {
-    local home=$1 theme=$2 color=$3
+    local home=$1 theme=$2 color=$3 language=$4
     local data="$home/.local/share/Kelmora/Norvel"
     mkdir -p "$data"
     cp "$seed" "$data/norvel_data.db"
@@ -39,14 +39,16 @@ app_theme=$theme
 theme_switch_type=0
 application_color=$color
 show_welcome_screen=false
+app_language=$language
 INI
 }
 
-# Runs the program until its window can be grabbed, grabs it and ends the program.
+# Runs the program until its window can be grabbed, clicks the given point of the window if any,
+# grabs the window and ends the program.
 shoot() {
-    local name=$1 theme=$2 color=$3
+    local name=$1 theme=$2 color=$3 language=$4 click=${5:-}
     local home="$work/$name"
-    prepare_home "$home" "$theme" "$color"
+    prepare_home "$home" "$theme" "$color" "$language"
     HOME="$home" XDG_DATA_HOME="$home/.local/share" XDG_CONFIG_HOME="$home/.config" \
         XDG_CACHE_HOME="$home/.cache" LANG=en_US.UTF-8 QT_QUICK_BACKEND=software \
         xvfb-run -a -s "-screen 0 1440x900x24" bash -c '
@@ -59,13 +61,20 @@ shoot() {
             done
             # Give the icons and fonts a moment, then take the finished picture.
             sleep 2
+            if [[ -n "$window" && -n "$3" ]]; then
+                xdotool mousemove --window "$window" $3 click 1 mousemove --window "$window" 600 600
+                sleep 1
+            fi
             [[ -n "$window" ]] && import -window "$window" "$2"
             kill "$pid"
             wait "$pid" || true
             [[ -n "$window" ]]
-        ' screenshot "$program" "$output/$name.png"
+        ' screenshot "$program" "$output/$name.png" "$click"
     echo "Wrote $output/$name.png"
 }
 
-shoot main-window-light 1 "#1E88E5"
-shoot main-window-dark 2 "#73ABFC"
+# The side panel's Projects button; its first visit makes the demo folders.
+projects_button="45 290"
+shoot main-window-light 1 "#1E88E5" en
+shoot main-window-dark 2 "#73ABFC" en
+shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
