@@ -43,6 +43,7 @@ UiHarness::UiHarness()
 
 bool UiHarness::start()
 {
+    m_messages = std::make_unique<QmlMessageCollector>();
     Startup::makeDirectories();
     const bool firstLaunch = Startup::prepareDatabase();
     GuiManager* manager = GuiManager::instance();
@@ -116,5 +117,5 @@ void UiHarness::pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers)
 
 QStringList UiHarness::qmlMessages() const
 {
-    return m_messages.messages();
+    return m_messages ? m_messages->messages() : QStringList();
 }

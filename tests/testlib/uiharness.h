@@ -6,6 +6,8 @@
 #include <QPoint>
 #include <QString>
 
+#include <memory>
+
 class QQuickItem;
 class QQuickWindow;
 
@@ -40,5 +42,6 @@ public:
 
 private:
     PrivateSessionBus m_bus;
-    QmlMessageCollector m_messages;
+    // Made when the test run has begun: the test library installs its own handler at that point.
+    std::unique_ptr<QmlMessageCollector> m_messages;
 };
