@@ -170,17 +170,18 @@ void GuiManager::publishServices()
 
 void GuiManager::publishConstants()
 {
+    // Numbers go in as QVariant: a bare 0 would pick the QObject* overload and publish null.
     const QString applicationDirectory = QCoreApplication::applicationDirPath();
     setContextProperty(
         QStringLiteral("METHOD_RESOURCES_URL"),
         QStringLiteral("file://%1/../Resources/MethodArticles/method").arg(applicationDirectory));
-    setContextProperty(QStringLiteral("DEFAULT_OBJECT_STATE"), 0);
-    setContextProperty(QStringLiteral("DELETED_OBJECT_STATE"), 1);
-    setContextProperty(QStringLiteral("COMPLETED_OBJECT_STATE"), 2);
-    setContextProperty(QStringLiteral("COMPLETED_AND_DELETED_OBJECT_STATE"), 3);
-    setContextProperty(QStringLiteral("EXPORT_NORVEL_BOX"), 0);
-    setContextProperty(QStringLiteral("EXPORT_DAILY_PLAN"), 1);
-    setContextProperty(QStringLiteral("EXPORT_DEFAULT"), 2);
+    setContextProperty(QStringLiteral("DEFAULT_OBJECT_STATE"), QVariant(0));
+    setContextProperty(QStringLiteral("DELETED_OBJECT_STATE"), QVariant(1));
+    setContextProperty(QStringLiteral("COMPLETED_OBJECT_STATE"), QVariant(2));
+    setContextProperty(QStringLiteral("COMPLETED_AND_DELETED_OBJECT_STATE"), QVariant(3));
+    setContextProperty(QStringLiteral("EXPORT_NORVEL_BOX"), QVariant(0));
+    setContextProperty(QStringLiteral("EXPORT_DAILY_PLAN"), QVariant(1));
+    setContextProperty(QStringLiteral("EXPORT_DEFAULT"), QVariant(2));
     setContextProperty(QStringLiteral("APP_VERSION"), QString::fromLatin1(appVersion));
     setContextProperty(QStringLiteral("APP_DIR_PATH"), applicationDirectory);
     setContextProperty(QStringLiteral("USE_NATIVE_TEXT_RENDERING"), false);

@@ -6,6 +6,8 @@
 #include "testlib/uiharness.h"
 
 #include <QApplication>
+#include <QQmlApplicationEngine>
+#include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QtTest>
@@ -56,6 +58,9 @@ void MainWindowTest::startShowsDailyPlanAndCountsTheInbox()
 {
     QCOMPARE(currentPageName(), QStringLiteral("DailyPlanPage"));
     QCOMPARE(m_ui.text(QStringLiteral("DailyPlanPageButton")), QStringLiteral("Daily Plan"));
+    const QQmlContext* context = GuiManager::instance()->engine()->rootContext();
+    QCOMPARE(context->contextProperty(QStringLiteral("DEFAULT_OBJECT_STATE")), QVariant(0));
+    QCOMPARE(context->contextProperty(QStringLiteral("FIRST_LAUNCH")), QVariant(true));
     QVERIFY(!m_ui.item(QStringLiteral("NorvelBoxPageButtonCounters"))->isVisible());
 
     QVERIFY(DataManager::instance()->createTaskLocally(
