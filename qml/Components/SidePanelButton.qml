@@ -19,7 +19,9 @@ Item {
 
     signal clicked()
 
-    readonly property real contentRatio: height < 1.2 * contentHeight ? height / contentHeight * 0.8 : 1
+    // Short buttons shrink their contents instead of cutting them.
+    readonly property real contentRatio: contentHeight < 1.2 * content.implicitHeight
+                                         ? contentHeight / content.implicitHeight * 0.8 : 1
 
     Rectangle {
         id: background
