@@ -2,7 +2,7 @@ BUILD_DIR ?= build
 BUILD_TYPE ?= RelWithDebInfo
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps test-deps configure build run test bench format clean
+.PHONY: all deps test-deps configure build run test bench screenshots format clean
 
 all: build
 
@@ -28,6 +28,11 @@ test: test-deps configure
 bench: test-deps configure
 	cmake --build $(BUILD_DIR) --parallel $(JOBS) --target norvel_bench
 	$(BUILD_DIR)/bench/norvel_bench
+
+# PNGs of the main window in both themes, taken from the real program on a virtual screen.
+screenshots: build
+	scripts/install-deps.sh screenshots
+	scripts/screenshots.sh $(BUILD_DIR)/src/norvel $(BUILD_DIR)/src/norvel_data.db docs/screenshots
 
 format:
 	scripts/install-deps.sh dev

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages that building, running, testing or formatting Norvel needs, and
-# only those that are missing. Usage: scripts/install-deps.sh [build] [test] [dev]
+# only those that are missing. Usage: scripts/install-deps.sh [build] [test] [dev] [screenshots]
 set -euo pipefail
 
 build_packages=(
@@ -9,7 +9,8 @@ build_packages=(
     libqt5sql5-sqlite libqt5networkauth5-dev libqt5svg5-dev
     qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-controls qml-module-qtquick-controls2
     qml-module-qtquick-dialogs qml-module-qtquick-layouts qml-module-qtgraphicaleffects
-    qml-module-qt-labs-settings
+    qml-module-qt-labs-settings qml-module-qtqml qml-module-qtquick-templates2
+    qttranslations5-l10n
     xdg-utils
 )
 test_packages=(
@@ -18,6 +19,9 @@ test_packages=(
 dev_packages=(
     clang-format git
 )
+screenshot_packages=(
+    xvfb xauth x11-utils imagemagick xdotool
+)
 
 wanted=()
 for group in "${@:-build}"; do
@@ -25,6 +29,7 @@ for group in "${@:-build}"; do
         build) wanted+=("${build_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         dev) wanted+=("${dev_packages[@]}") ;;
+        screenshots) wanted+=("${screenshot_packages[@]}") ;;
         *) echo "unknown package group: $group" >&2; exit 2 ;;
     esac
 done

@@ -1,7 +1,7 @@
+#include "core/guimanager.h"
 #include "core/logger.h"
 #include "core/logmanager.h"
 #include "core/startup.h"
-#include "store/datamanager.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -56,7 +56,7 @@ int main(int argc, char** argv)
         return 0;
 
     Startup::renameLegacySettingsFiles();
-    Startup::prepareDatabase();
+    const bool firstLaunch = Startup::prepareDatabase();
 
     QLOG_INFO() << "Parsing arguments from command line...";
     QCommandLineParser parser;
@@ -67,8 +67,13 @@ int main(int argc, char** argv)
     parser.process(app);
     logImeState(parser, ime);
 
-    // Opens the database on its own thread; the interface bootstrap will take this over.
-    DataManager::instance();
+    QLOG_INFO() << "Initialization of QML engine...";
+    GuiManager* guiManager = GuiManager::instance();
+    guiManager->initialize();
+    guiManager->setContextProperty(QStringLiteral("FIRST_LAUNCH"), firstLaunch);
+    guiManager->loadUi();
+    // No desktop here activates an application that has no window yet, so the window shows itself.
+    guiManager->showMainWindow();
 
     return app.exec();
 }

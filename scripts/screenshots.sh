@@ -1,0 +1,80 @@
+#!/usr/bin/env bash
+# Starts the real program on a virtual screen with a home of its own and a few demo tasks, and writes
+# PNGs of the main window in the light and the dark theme.
+# Usage: scripts/screenshots.sh <path to norvel> <seed database> <output directory>
+set -euo pipefail
+
+program=$(realpath "$1")
+seed=$(realpath "$2")
+output=$(realpath -m "$3")
+mkdir -p "$output"
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# Dates are stored as the chosen wall-clock time labelled UTC, in seconds.
+wall_clock() {
+    date -u -d "$(date +%F) $1" +%s
+}
+
+prepare_home() {
+    local home=$1 theme=$2 color=$3 language=$4
+    local data="$home/.local/share/Kelmora/Norvel"
+    mkdir -p "$data"
+    cp "$seed" "$data/norvel_data.db"
+    chmod u+w "$data/norvel_data.db"
+    local inbox=f206bbf9-8d12-4482-a142-d02efefe8bbc now
+    now=$(date +%s)
+    sqlite3 "$data/norvel_data.db" <<SQL
+INSERT INTO task (id, name, parent, due, state, timestamp) VALUES
+    ('demo-1', 'Call the bank about the card', '$inbox', $(wall_clock "-1 day 18:00"), 0, '$now'),
+    ('demo-2', 'Book tickets for the weekend', '$inbox', $(wall_clock "18:00"), 0, '$now'),
+    ('demo-3', 'Buy a birthday present for Anna', '$inbox', NULL, 0, '$now'),
+    ('demo-4', 'Read the chapter on weekly reviews', '$inbox', NULL, 0, '$now');
+SQL
+    cat > "$data/settings.dat" <<INI
+[General]
+app_version=1.11
+app_theme=$theme
+theme_switch_type=0
+application_color=$color
+show_welcome_screen=false
+app_language=$language
+INI
+}
+
+# Runs the program until its window can be grabbed, clicks the given point of the window if any,
+# grabs the window and ends the program.
+shoot() {
+    local name=$1 theme=$2 color=$3 language=$4 click=${5:-}
+    local home="$work/$name"
+    prepare_home "$home" "$theme" "$color" "$language"
+    HOME="$home" XDG_DATA_HOME="$home/.local/share" XDG_CONFIG_HOME="$home/.config" \
+        XDG_CACHE_HOME="$home/.cache" LANG=en_US.UTF-8 QT_QUICK_BACKEND=software \
+        xvfb-run -a -s "-screen 0 1440x900x24" bash -c '
+            "$1" & pid=$!
+            window=""
+            for attempt in $(seq 1 60); do
+                sleep 0.5
+                window=$(xwininfo -name Norvel 2>/dev/null | sed -n "s/.*Window id: \(0x[0-9a-f]*\).*/\1/p")
+                [[ -n "$window" ]] && break
+            done
+            # Give the icons and fonts a moment, then take the finished picture.
+            sleep 2
+            if [[ -n "$window" && -n "$3" ]]; then
+                xdotool mousemove --window "$window" $3 click 1 mousemove --window "$window" 600 600
+                sleep 1
+            fi
+            [[ -n "$window" ]] && import -window "$window" "$2"
+            kill "$pid"
+            wait "$pid" || true
+            [[ -n "$window" ]]
+        ' screenshot "$program" "$output/$name.png" "$click"
+    echo "Wrote $output/$name.png"
+}
+
+# The side panel's Projects button; its first visit makes the demo folders.
+projects_button="45 290"
+shoot main-window-light 1 "#1E88E5" en
+shoot main-window-dark 2 "#73ABFC" en
+shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
