@@ -35,6 +35,21 @@
     </message>
 </context>
 <context>
+    <name>Helper</name>
+    <message>
+        <source>Today</source>
+        <translation>Сегодня</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Завтра</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>Вчера</translation>
+    </message>
+</context>
+<context>
     <name>MessagePopup</name>
     <message>
         <source>OK</source>
@@ -233,6 +248,17 @@
     </message>
 </context>
 <context>
+    <name>ProjectHandler</name>
+    <message>
+        <source>Norvel Box</source>
+        <translation>Norvel Box</translation>
+    </message>
+    <message>
+        <source>One Step Actions</source>
+        <translation>Одношаговые действия</translation>
+    </message>
+</context>
+<context>
     <name>ProjectsPage</name>
     <message>
         <source>Projects</source>
@@ -267,6 +293,217 @@
     </message>
 </context>
 <context>
+    <name>QObject</name>
+    <message>
+        <source>5 minutes</source>
+        <translation>5 минут</translation>
+    </message>
+    <message>
+        <source>15 minutes</source>
+        <translation>15 минут</translation>
+    </message>
+    <message>
+        <source>30 minutes</source>
+        <translation>30 минут</translation>
+    </message>
+    <message>
+        <source>1 hour</source>
+        <translation>1 час</translation>
+    </message>
+    <message>
+        <source>2 hours</source>
+        <translation>2 часа</translation>
+    </message>
+    <message>
+        <source>3 hours</source>
+        <translation>3 часа</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>1 день</translation>
+    </message>
+    <message>
+        <source>2 days</source>
+        <translation>2 дня</translation>
+    </message>
+    <message>
+        <source>Task is active</source>
+        <translation>Задача стала активной</translation>
+    </message>
+    <message>
+        <source>Task is overdue</source>
+        <translation>Задача просрочена</translation>
+    </message>
+    <message>
+        <source>%1 before start</source>
+        <translation>За %1 до начала</translation>
+    </message>
+    <message>
+        <source>%1 before deadline</source>
+        <translation>За %1 до срока</translation>
+    </message>
+    <message>
+        <source>Don&apos;t forget about this task</source>
+        <translation>Не забудьте об этой задаче</translation>
+    </message>
+</context>
+<context>
+    <name>ReminderFormatHelper</name>
+    <message>
+        <source>5 min before %1</source>
+        <translation>За 5 мин до %1</translation>
+    </message>
+    <message>
+        <source>15 min before %1</source>
+        <translation>За 15 мин до %1</translation>
+    </message>
+    <message>
+        <source>30 min before %1</source>
+        <translation>За 30 мин до %1</translation>
+    </message>
+    <message>
+        <source>1 hour before %1</source>
+        <translation>За 1 час до %1</translation>
+    </message>
+    <message>
+        <source>2 hours before %1</source>
+        <translation>За 2 часа до %1</translation>
+    </message>
+    <message>
+        <source>3 hours before %1</source>
+        <translation>За 3 часа до %1</translation>
+    </message>
+    <message>
+        <source>1 day before %1</source>
+        <translation>За 1 день до %1</translation>
+    </message>
+    <message>
+        <source>2 days before %1</source>
+        <translation>За 2 дня до %1</translation>
+    </message>
+    <message>
+        <source>When task is active</source>
+        <translation>Когда задача станет активной</translation>
+    </message>
+    <message>
+        <source>When task is overdue</source>
+        <translation>Когда задача станет просроченной</translation>
+    </message>
+    <message>
+        <source>start</source>
+        <translation>начала</translation>
+    </message>
+    <message>
+        <source>deadline</source>
+        <translation>срока</translation>
+    </message>
+</context>
+<context>
+    <name>RepetitionFormatHelper</name>
+    <message>
+        <source>Monday</source>
+        <comment>повторения в превью</comment>
+        <translation>понедельникам</translation>
+    </message>
+    <message>
+        <source>Tuesday</source>
+        <comment>повторения в превью</comment>
+        <translation>вторникам</translation>
+    </message>
+    <message>
+        <source>Wednesday</source>
+        <comment>повторения в превью</comment>
+        <translation>средам</translation>
+    </message>
+    <message>
+        <source>Thursday</source>
+        <comment>повторения в превью</comment>
+        <translation>четвергам</translation>
+    </message>
+    <message>
+        <source>Friday</source>
+        <comment>повторения в превью</comment>
+        <translation>пятницам</translation>
+    </message>
+    <message>
+        <source>Saturday</source>
+        <comment>повторения в превью</comment>
+        <translation>субботам</translation>
+    </message>
+    <message>
+        <source>Sunday</source>
+        <comment>повторения в превью</comment>
+        <translation>воскресеньям</translation>
+    </message>
+    <message>
+        <source>on Monday</source>
+        <comment>следующая дата повторений</comment>
+        <translation>в понедельник</translation>
+    </message>
+    <message>
+        <source>on Tuesday</source>
+        <comment>следующая дата повторений</comment>
+        <translation>во вторник</translation>
+    </message>
+    <message>
+        <source>on Wednesday</source>
+        <comment>следующая дата повторений</comment>
+        <translation>в среду</translation>
+    </message>
+    <message>
+        <source>on Thursday</source>
+        <comment>следующая дата повторений</comment>
+        <translation>в четверг</translation>
+    </message>
+    <message>
+        <source>on Friday</source>
+        <comment>следующая дата повторений</comment>
+        <translation>в пятницу</translation>
+    </message>
+    <message>
+        <source>on Saturday</source>
+        <comment>следующая дата повторений</comment>
+        <translation>в субботу</translation>
+    </message>
+    <message>
+        <source>on Sunday</source>
+        <comment>следующая дата повторений</comment>
+        <translation>в воскресенье</translation>
+    </message>
+    <message numerus="yes">
+        <source>Do every %n days</source>
+        <translation>
+            <numerusform>Повторять каждый %n день</numerusform>
+            <numerusform>Повторять каждые %n дня</numerusform>
+            <numerusform>Повторять каждые %n дней</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Do every %n weeks</source>
+        <translation>
+            <numerusform>Повторять каждую %n неделю</numerusform>
+            <numerusform>Повторять каждые %n недели</numerusform>
+            <numerusform>Повторять каждые %n недель</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Do every %n months</source>
+        <translation>
+            <numerusform>Повторять каждый %n месяц</numerusform>
+            <numerusform>Повторять каждые %n месяца</numerusform>
+            <numerusform>Повторять каждые %n месяцев</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 и %2</translation>
+    </message>
+    <message>
+        <source> on %1</source>
+        <translation> по %1</translation>
+    </message>
+</context>
+<context>
     <name>SearchField</name>
     <message>
         <source>Search</source>
@@ -282,6 +519,25 @@
     <message>
         <source>Tasks, projects and contexts whose names or descriptions contain the searched words.</source>
         <translation>Задачи, проекты и контексты, в названиях или описаниях которых встречаются искомые слова.</translation>
+    </message>
+</context>
+<context>
+    <name>SearchSortFilterModel</name>
+    <message>
+        <source>No context</source>
+        <translation>Без контекста</translation>
+    </message>
+    <message>
+        <source>No folder</source>
+        <translation>Без папки</translation>
+    </message>
+    <message>
+        <source>Norvel Box</source>
+        <translation>Norvel Box</translation>
+    </message>
+    <message>
+        <source>One Step Actions</source>
+        <translation>Одношаговые действия</translation>
     </message>
 </context>
 <context>

@@ -7,9 +7,17 @@
 #include "core/proxyauthdialog.h"
 #include "core/settings.h"
 #include "core/wheeleventsredirector.h"
+#include "models/searchhelper.h"
 #include "platform/appearanceportal.h"
 #include "platform/hardwaremanager.h"
 #include "platform/systemtray.h"
+#include "reminders/notificationmanager.h"
+#include "services/contexthandler.h"
+#include "services/dateformathelper.h"
+#include "services/projecthandler.h"
+#include "services/reminderformathelper.h"
+#include "services/repetitionformathelper.h"
+#include "services/taskhandler.h"
 #include "store/datamanager.h"
 #include "store/predefineddatahelper.h"
 #include "sync/sortingnamespace.h"
@@ -108,12 +116,25 @@ void GuiManager::initialize()
                                 [] { return Settings::instance()->applicationColor(); }));
     publishServices();
     publishConstants();
+    connectNotifications();
     reloadTranslations();
+}
+
+// The notification manager answers on the database thread; the window is this thread's business.
+void GuiManager::connectNotifications()
+{
+    NotificationManager* notifications = NotificationManager::instance();
+    connect(notifications, &NotificationManager::taskRequested, this, &GuiManager::showTaskById,
+            Qt::QueuedConnection);
+    connect(notifications, &NotificationManager::mainWindowRequested, this, &GuiManager::showMainWindow,
+            Qt::QueuedConnection);
 }
 
 void GuiManager::registerQmlTypes()
 {
     const QString noReason;
+    qmlRegisterUncreatableType<NotificationManager>("com.kelmora.managers", 1, 0, "NotificationEnum",
+                                                    noReason);
     qmlRegisterUncreatableType<Settings>("com.kelmora.managers", 1, 0, "SettingsEnums", noReason);
     qmlRegisterSingletonType(QUrl(QStringLiteral("qrc:/PurchaseHelper.qml")), "com.kelmora.helpers", 1, 0,
                              "PurchaseHelper");
@@ -137,17 +158,20 @@ void GuiManager::publishServices()
 {
     setContextProperty(QStringLiteral("GuiManager"), this);
     setContextProperty(QStringLiteral("WheelEventsRedirector"), new WheelEventsRedirector(this));
-    publishSeat(QStringLiteral("DateFormatHelper"));
-    publishSeat(QStringLiteral("RepetitionFormatHelper"));
-    publishSeat(QStringLiteral("ReminderFormatHelper"));
+    setContextProperty(QStringLiteral("DateFormatHelper"), new DateFormatHelper(this));
+    setContextProperty(QStringLiteral("RepetitionFormatHelper"), new RepetitionFormatHelper(this));
+    setContextProperty(QStringLiteral("ReminderFormatHelper"), new ReminderFormatHelper(this));
     publishSeat(QStringLiteral("AnalyticsManager"));
     setContextProperty(QStringLiteral("PredefinedDataHelper"), PredefinedDataHelper::instance());
     setContextProperty(QStringLiteral("Settings"), Settings::instance());
     setContextProperty(QStringLiteral("DataManager"), DataManager::instance());
+    auto* taskHandler = new TaskHandler(this);
+    auto* contextHandler = new ContextHandler(this);
+    auto* projectHandler = new ProjectHandler(this);
     QLOG_INFO() << "Creating of object handlers and others...";
-    publishSeat(QStringLiteral("ContextHandler"));
-    publishSeat(QStringLiteral("TaskHandler"));
-    publishSeat(QStringLiteral("ProjectHandler"));
+    setContextProperty(QStringLiteral("ContextHandler"), contextHandler);
+    setContextProperty(QStringLiteral("TaskHandler"), taskHandler);
+    setContextProperty(QStringLiteral("ProjectHandler"), projectHandler);
     publishSeat(QStringLiteral("CalendarManager"));
     publishSeat(QStringLiteral("PasscodeManager"));
     setContextProperty(QStringLiteral("Helper"), Helper::instance());
@@ -160,7 +184,7 @@ void GuiManager::publishServices()
     publishSeat(QStringLiteral("KeyboardHelper"));
     publishSeat(QStringLiteral("Clipboard"));
     setContextProperty(QStringLiteral("Logger"), new Logger(this));
-    publishSeat(QStringLiteral("SearchHelper"));
+    setContextProperty(QStringLiteral("SearchHelper"), new SearchHelper(this));
     publishSeat(QStringLiteral("LicenseManager"));
     setContextProperty(QStringLiteral("HardwareManager"), HardwareManager::instance());
     publishSeat(QStringLiteral("AppUpdater"));

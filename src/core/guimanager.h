@@ -88,6 +88,7 @@ private:
     void reconcileApplicationColor();
     void registerQmlTypes();
     void publishServices();
+    void connectNotifications();
     void publishConstants();
     // Stands in for a service that a later part of the program provides: QML finds an object under
     // the name, with no methods yet, so reads give undefined and calls must wait for the real one.
