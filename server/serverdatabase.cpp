@@ -134,6 +134,13 @@ QSqlDatabase ServerDatabase::connection()
 
 bool ServerDatabase::execute(QSqlQuery& query, const QString& statement, const QVariantList& values)
 {
+    // PostgreSQL cannot prepare schema statements, and a statement without values gains nothing by it.
+    if (values.isEmpty()) {
+        if (query.exec(statement))
+            return true;
+        qCCritical(serverLog) << "SQL query error:" << query.lastError().text() << statement;
+        return false;
+    }
     if (!query.prepare(statement)) {
         qCCritical(serverLog) << "SQL prepare error:" << query.lastError().text() << statement;
         return false;

@@ -81,7 +81,8 @@ bool PostgresqlCluster::start(QString* error)
     const QString data = m_directory.filePath(QStringLiteral("data"));
     if (!run(QStringLiteral("initdb"),
              {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("norvel"), QStringLiteral("-A"),
-              QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"), QStringLiteral("--no-sync")},
+              QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"), QStringLiteral("--no-locale"),
+              QStringLiteral("--no-sync")},
              error))
         return false;
     m_port = freeLoopbackPort();
