@@ -4,31 +4,38 @@
 
 #include <QCoreApplication>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <thread>
 
-#include <pthread.h>
+#include <unistd.h>
 
 namespace {
 
-// Blocks the stop signals in every thread, so that one waiting thread can receive them and stop the
-// server outside of a signal handler.
-sigset_t blockStopSignals()
+int stopPipe[2] = {-1, -1};
+
+// Only hands the signal on: the server is stopped outside the handler, by a thread reading the pipe.
+void handleStopSignal(int)
 {
-    sigset_t stopSet;
-    sigemptyset(&stopSet);
-    sigaddset(&stopSet, SIGINT);
-    sigaddset(&stopSet, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &stopSet, nullptr);
-    return stopSet;
+    const char byte = 1;
+    [[maybe_unused]] const ssize_t written = write(stopPipe[1], &byte, 1);
+}
+
+bool installStopSignals()
+{
+    if (pipe(stopPipe) != 0)
+        return false;
+    struct sigaction action = {};
+    action.sa_handler = handleStopSignal;
+    sigemptyset(&action.sa_mask);
+    return sigaction(SIGINT, &action, nullptr) == 0 && sigaction(SIGTERM, &action, nullptr) == 0;
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    const sigset_t stopSignals = blockStopSignals();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("norvel-server"));
     QCoreApplication::setApplicationVersion(QStringLiteral(NORVEL_SERVER_VERSION));
@@ -45,11 +52,15 @@ int main(int argc, char* argv[])
         qCCritical(serverLog).noquote() << error;
         return 1;
     }
-    std::thread signalWaiter([&stopSignals, &server] {
-        int received = 0;
-        sigwait(&stopSignals, &received);
-        if (received == SIGINT || received == SIGTERM)
-            server.stop();
+    if (!installStopSignals()) {
+        qCCritical(serverLog) << "Cannot install the signal handlers";
+        return 1;
+    }
+    std::thread signalWaiter([&server] {
+        char byte = 0;
+        while (read(stopPipe[0], &byte, 1) < 0 && errno == EINTR) {
+        }
+        server.stop();
     });
     signalWaiter.detach();
     // Tests and scripts read the chosen port from this line.

@@ -68,6 +68,11 @@ void NorvelServer::configureLimits()
 {
     const size_t threads = static_cast<size_t>(m_options.threads);
     m_http->new_task_queue = [threads] { return new httplib::ThreadPool(threads); };
+    // The library's default adds SO_REUSEPORT, which would let a second server share the port unnoticed.
+    m_http->set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
     m_http->set_payload_max_length(largestBody);
     m_http->set_read_timeout(readTimeoutSeconds);
     m_http->set_write_timeout(writeTimeoutSeconds);
