@@ -6,7 +6,8 @@ set -euo pipefail
 build_packages=(
     cmake make g++ sqlite3 pkg-config
     qtbase5-dev qtbase5-dev-tools qtdeclarative5-dev qtquickcontrols2-5-dev qttools5-dev qttools5-dev-tools
-    libqt5sql5-sqlite libqt5networkauth5-dev libqt5svg5-dev
+    libqt5sql5-sqlite libqt5sql5-psql libqt5networkauth5-dev libqt5svg5-dev
+    libcpp-httplib-dev libsodium-dev libcurl4-openssl-dev
     qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qtquick-controls qml-module-qtquick-controls2
     qml-module-qtquick-dialogs qml-module-qtquick-layouts qml-module-qtgraphicaleffects
     qml-module-qt-labs-settings qml-module-qtqml qml-module-qtquick-templates2
@@ -14,7 +15,7 @@ build_packages=(
     xdg-utils
 )
 test_packages=(
-    dbus-daemon dbus-bin tzdata libbenchmark-dev
+    dbus-daemon dbus-bin tzdata libbenchmark-dev postgresql
 )
 dev_packages=(
     clang-format git

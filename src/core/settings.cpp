@@ -51,6 +51,7 @@ const QString fontRenderingTypeKey = QStringLiteral("font_rendering_type");
 const QString useBlueAsLightThemeColorKey = QStringLiteral("use_blue_as_light_theme_color");
 const QString trashCleanupTimestampKey = QStringLiteral("trash_cleanup_timestamp");
 const QString cloudSyncEnabledKey = QStringLiteral("cloud_sync_enabled");
+const QString serverUrlKey = QStringLiteral("server_url");
 
 const QString licenseKeyKey = QStringLiteral("license_key");
 const QString purchaseDateTimeKey = QStringLiteral("purchase_date_time");
@@ -392,6 +393,11 @@ uint Settings::trashCleanupTimestamp() const
 bool Settings::cloudSyncEnabled() const
 {
     return value(cloudSyncEnabledKey, false).toBool();
+}
+
+QString Settings::serverUrl() const
+{
+    return value(serverUrlKey, QStringLiteral(NORVEL_API_URL)).toString();
 }
 
 QString Settings::licenseKey() const
@@ -742,6 +748,12 @@ void Settings::setCloudSyncEnabled(bool enabled)
 {
     if (writeValue(cloudSyncEnabledKey, enabled))
         emit cloudSyncEnabledChanged(enabled);
+}
+
+void Settings::setServerUrl(const QString& url)
+{
+    if (writeValue(serverUrlKey, url))
+        emit serverUrlChanged(url);
 }
 
 void Settings::setLicenseKey(const QString& key)

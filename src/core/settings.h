@@ -86,6 +86,8 @@ class Settings : public QObject
                    trashCleanupTimestampChanged)
     Q_PROPERTY(
         bool cloudSyncEnabled READ cloudSyncEnabled WRITE setCloudSyncEnabled NOTIFY cloudSyncEnabledChanged)
+    // The sync server's base address; a user running a server of their own points the program at it.
+    Q_PROPERTY(QString serverUrl READ serverUrl WRITE setServerUrl NOTIFY serverUrlChanged)
 
     // Kept for the premium check only; nothing in this class interprets them.
     Q_PROPERTY(QString licenseKey READ licenseKey WRITE setLicenseKey NOTIFY licenseKeyChanged)
@@ -167,6 +169,7 @@ public:
     bool useBlueAsLightThemeColor() const;
     uint trashCleanupTimestamp() const;
     bool cloudSyncEnabled() const;
+    QString serverUrl() const;
 
     QString licenseKey() const;
     QDateTime purchaseDateTime() const;
@@ -237,6 +240,7 @@ public slots:
     void setUseBlueAsLightThemeColor(bool use);
     void setTrashCleanupTimestamp(uint timestamp);
     void setCloudSyncEnabled(bool enabled);
+    void setServerUrl(const QString& url);
 
     void setLicenseKey(const QString& key);
     void setPurchaseDateTime(const QDateTime& dateTime);
@@ -297,6 +301,7 @@ signals:
     void useBlueAsLightThemeColorChanged(bool useBlueAsLightThemeColor);
     void trashCleanupTimestampChanged(uint trashCleanupTimestamp);
     void cloudSyncEnabledChanged(bool cloudSyncEnabled);
+    void serverUrlChanged(const QString& serverUrl);
 
     void licenseKeyChanged(const QString& licenseKey);
     void purchaseDateTimeChanged(const QDateTime& purchaseDateTime);
