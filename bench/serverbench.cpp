@@ -57,10 +57,11 @@ public:
     QByteArray post(const QString& path, const QJsonObject& body)
     {
         const QByteArray json = QJsonDocument(body).toJson(QJsonDocument::Compact);
-        const QByteArray request = "POST " + m_url.path().toUtf8() + path.toUtf8() + " HTTP/1.1\r\nHost: " +
-                                   m_url.host().toUtf8() + "\r\nContent-Type: application/json\r\nAuthorization: Basic " +
-                                   (login + ':' + secret).toBase64() + "\r\nContent-Length: " +
-                                   QByteArray::number(json.size()) + "\r\n\r\n" + json;
+        const QByteArray request =
+            "POST " + m_url.path().toUtf8() + path.toUtf8() + " HTTP/1.1\r\nHost: " + m_url.host().toUtf8() +
+            "\r\nContent-Type: application/json\r\nAuthorization: Basic " +
+            (login + ':' + secret).toBase64() + "\r\nContent-Length: " + QByteArray::number(json.size()) +
+            "\r\n\r\n" + json;
         if (m_socket.state() != QAbstractSocket::ConnectedState && !connectTo(m_url))
             return QByteArray();
         m_socket.write(request);
@@ -79,7 +80,10 @@ private:
             buffer += m_socket.readAll();
             if (headerEnd < 0 && (headerEnd = buffer.indexOf("\r\n\r\n")) >= 0) {
                 const int field = buffer.toLower().indexOf("content-length:");
-                length = field < 0 ? 0 : buffer.mid(field + 15, buffer.indexOf("\r\n", field) - field - 15).trimmed().toLongLong();
+                length = field < 0 ? 0
+                                   : buffer.mid(field + 15, buffer.indexOf("\r\n", field) - field - 15)
+                                         .trimmed()
+                                         .toLongLong();
             }
         }
         // The server ends a kept-alive connection after so many requests.
@@ -118,7 +122,8 @@ public:
         }
         if (!m_server.start(address) || !m_client.connectTo(QUrl(m_server.baseUrl())))
             return false;
-        post("/account/v1/register", QJsonObject{{"login", QString::fromLatin1(login)}, {"password", QString::fromLatin1(secret)}});
+        post("/account/v1/register",
+             QJsonObject{{"login", QString::fromLatin1(login)}, {"password", QString::fromLatin1(secret)}});
         return fill("context", contextCount) && fill("project", projectCount) && fill("task", taskCount);
     }
 
@@ -129,7 +134,8 @@ private:
     {
         for (int number = 0; number < count; ++number) {
             const QJsonObject body{{"revision", 0}, {"object", makeObject(kind, number, 1000)}};
-            if (!post(QStringLiteral("/sync/v1/%1/create").arg(QLatin1String(kind)), body).contains("\"code\":-1"))
+            if (!post(QStringLiteral("/sync/v1/%1/create").arg(QLatin1String(kind)), body)
+                     .contains("\"code\":-1"))
                 return false;
         }
         return true;
