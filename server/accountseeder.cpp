@@ -58,10 +58,12 @@ public:
         : m_accountId(accountId)
         , m_russian(russian)
         , m_timestamp(QDateTime::currentSecsSinceEpoch())
-    {
-    }
+    {}
 
-    QString text(const Names& names) const { return QString::fromUtf8(m_russian ? names.russian : names.english); }
+    QString text(const Names& names) const
+    {
+        return QString::fromUtf8(m_russian ? names.russian : names.english);
+    }
 
     QString add(const QString& kind, QJsonObject object, int predefined, int inbox)
     {
@@ -85,7 +87,9 @@ public:
     QString addProject(const QString& name, const QString& parent, bool folder, int predefined, int inbox)
     {
         return add(QStringLiteral("project"),
-                   {{QStringLiteral("NAME"), name}, {QStringLiteral("PARENT"), parent}, {QStringLiteral("FOLDER"), folder}},
+                   {{QStringLiteral("NAME"), name},
+                    {QStringLiteral("PARENT"), parent},
+                    {QStringLiteral("FOLDER"), folder}},
                    predefined, inbox);
     }
 
@@ -103,13 +107,14 @@ private:
 bool AccountSeeder::seed(qint64 accountId, bool russian)
 {
     Seeder seeder(accountId, russian);
-    const QString norvelBox = seeder.addProject(QStringLiteral("Norvel Box"), QString(), false, 0, norvelBoxInbox);
-    const QString oneStepActions =
-        seeder.addProject(seeder.text({"One Step Actions", "Одношаговые действия"}), QString(), false, 0,
-                          oneStepActionsInbox);
+    const QString norvelBox =
+        seeder.addProject(QStringLiteral("Norvel Box"), QString(), false, 0, norvelBoxInbox);
+    const QString oneStepActions = seeder.addProject(
+        seeder.text({"One Step Actions", "Одношаговые действия"}), QString(), false, 0, oneStepActionsInbox);
     QString folderIds[2];
     for (int index = 0; index < 2; ++index)
-        folderIds[index] = seeder.addProject(seeder.text(folders[index]), QString(), true, folderCodes[index], 0);
+        folderIds[index] =
+            seeder.addProject(seeder.text(folders[index]), QString(), true, folderCodes[index], 0);
     const QString project = seeder.addProject(seeder.text(demoProject), folderIds[1], false, 100, 0);
     QString contextIds[6];
     const int contextCodes[] = {300, 301, 302, 303, 304, 305};

@@ -34,8 +34,8 @@ struct StoredAccount
 StoredAccount findAccount(const QString& email)
 {
     QSqlQuery query(ServerDatabase::connection());
-    if (!ServerDatabase::execute(query, QStringLiteral("SELECT id, password_hash FROM accounts WHERE email = ?"),
-                                 {email}) ||
+    if (!ServerDatabase::execute(
+            query, QStringLiteral("SELECT id, password_hash FROM accounts WHERE email = ?"), {email}) ||
         !query.next())
         return {};
     return {query.value(0).toLongLong(), query.value(1).toByteArray()};
@@ -50,8 +50,7 @@ Outcome internalError()
 
 AccountStore::AccountStore(const Mailer* mailer)
     : m_mailer(mailer)
-{
-}
+{}
 
 QString AccountStore::normalizedEmail(const QString& email)
 {
@@ -72,7 +71,8 @@ bool AccountStore::isValidSecret(const QString& secret)
 Outcome AccountStore::registerAccount(const QString& email, const QString& secret, bool russian)
 {
     if (findAccount(email).id != 0)
-        return Outcome::failure(ResultCode::LoginTaken, QStringLiteral("A user with this email already exists"));
+        return Outcome::failure(ResultCode::LoginTaken,
+                                QStringLiteral("A user with this email already exists"));
     const QByteArray hash = Secrets::hashPassword(secret);
     if (hash.isEmpty())
         return internalError();
@@ -80,13 +80,15 @@ Outcome AccountStore::registerAccount(const QString& email, const QString& secre
     QSqlQuery query(ServerDatabase::connection());
     // Two registrations racing for one address: the unique key lets only one through.
     if (!transaction.isActive() ||
-        !ServerDatabase::execute(query,
-                                 QStringLiteral("INSERT INTO accounts (email, password_hash, revision, created) "
-                                                "VALUES (?, ?, 1, ?) RETURNING id"),
-                                 {email, QString::fromLatin1(hash), now()}) ||
+        !ServerDatabase::execute(
+            query,
+            QStringLiteral("INSERT INTO accounts (email, password_hash, revision, created) "
+                           "VALUES (?, ?, 1, ?) RETURNING id"),
+            {email, QString::fromLatin1(hash), now()}) ||
         !query.next()) {
         if (findAccount(email).id != 0)
-            return Outcome::failure(ResultCode::LoginTaken, QStringLiteral("A user with this email already exists"));
+            return Outcome::failure(ResultCode::LoginTaken,
+                                    QStringLiteral("A user with this email already exists"));
         return internalError();
     }
     const qint64 accountId = query.value(0).toLongLong();
@@ -144,9 +146,11 @@ bool AccountStore::storePassword(qint64 accountId, const QString& secret)
     QSqlQuery query(ServerDatabase::connection());
     // Tokens handed out under the old password stop working with it.
     return transaction.isActive() &&
-           ServerDatabase::execute(query, QStringLiteral("UPDATE accounts SET password_hash = ? WHERE id = ?"),
+           ServerDatabase::execute(query,
+                                   QStringLiteral("UPDATE accounts SET password_hash = ? WHERE id = ?"),
                                    {QString::fromLatin1(hash), accountId}) &&
-           ServerDatabase::execute(query, QStringLiteral("DELETE FROM tokens WHERE account_id = ?"), {accountId}) &&
+           ServerDatabase::execute(query, QStringLiteral("DELETE FROM tokens WHERE account_id = ?"),
+                                   {accountId}) &&
            transaction.commit();
 }
 
@@ -166,14 +170,15 @@ Outcome AccountStore::requestPasswordReset(const QString& email, const QString& 
 {
     const StoredAccount account = findAccount(email);
     if (account.id == 0)
-        return Outcome::failure(ResultCode::UnknownLogin, QStringLiteral("The email does not belong to any account"));
+        return Outcome::failure(ResultCode::UnknownLogin,
+                                QStringLiteral("The email does not belong to any account"));
     const QByteArray token = Secrets::randomToken();
     QSqlQuery query(ServerDatabase::connection());
-    if (!ServerDatabase::execute(query,
-                                 QStringLiteral("INSERT INTO password_resets (token_hash, account_id, expires) "
-                                                "VALUES (?, ?, ?)"),
-                                 {QString::fromLatin1(Secrets::tokenDigest(token)), account.id,
-                                  now() + resetLinkSeconds}))
+    if (!ServerDatabase::execute(
+            query,
+            QStringLiteral("INSERT INTO password_resets (token_hash, account_id, expires) "
+                           "VALUES (?, ?, ?)"),
+            {QString::fromLatin1(Secrets::tokenDigest(token)), account.id, now() + resetLinkSeconds}))
         return internalError();
     QUrl link(confirmationUrl);
     link.setQuery(QUrlQuery{{QStringLiteral("token"), QString::fromLatin1(token)}});
@@ -191,9 +196,9 @@ QString AccountStore::confirmPasswordReset(const QByteArray& token)
 {
     QSqlQuery query(ServerDatabase::connection());
     const QString digest = QString::fromLatin1(Secrets::tokenDigest(token));
-    if (!ServerDatabase::execute(query,
-                                 QStringLiteral("SELECT account_id, expires FROM password_resets WHERE token_hash = ?"),
-                                 {digest}) ||
+    if (!ServerDatabase::execute(
+            query, QStringLiteral("SELECT account_id, expires FROM password_resets WHERE token_hash = ?"),
+            {digest}) ||
         !query.next())
         return QString();
     const qint64 accountId = query.value(0).toLongLong();
@@ -221,9 +226,9 @@ QByteArray AccountStore::issueToken(qint64 accountId)
 {
     const QByteArray token = Secrets::randomToken();
     QSqlQuery query(ServerDatabase::connection());
-    if (!ServerDatabase::execute(query,
-                                 QStringLiteral("INSERT INTO tokens (token_hash, account_id, created) VALUES (?, ?, ?)"),
-                                 {QString::fromLatin1(Secrets::tokenDigest(token)), accountId, now()}))
+    if (!ServerDatabase::execute(
+            query, QStringLiteral("INSERT INTO tokens (token_hash, account_id, created) VALUES (?, ?, ?)"),
+            {QString::fromLatin1(Secrets::tokenDigest(token)), accountId, now()}))
         return QByteArray();
     return token;
 }

@@ -50,7 +50,8 @@ QString HttpExchange::remoteAddress(const httplib::Request& request)
 
 void HttpExchange::replyOutcome(httplib::Response& response, const Outcome& outcome)
 {
-    QByteArray json = "{\"code\":" + QByteArray::number(outcome.code) + ",\"text\":" + jsonString(outcome.text) +
+    QByteArray json = "{\"code\":" + QByteArray::number(outcome.code) +
+                      ",\"text\":" + jsonString(outcome.text) +
                       ",\"server_time\":" + QByteArray::number(QDateTime::currentSecsSinceEpoch()) +
                       ",\"result\":" + outcome.resultJson + '}';
     replyJson(response, ResultCode::httpStatus(outcome.code), json);

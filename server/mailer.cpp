@@ -42,8 +42,7 @@ QByteArray headerValue(const QString& value)
 
 Mailer::Mailer(Settings settings)
     : m_settings(std::move(settings))
-{
-}
+{}
 
 bool Mailer::send(const QString& to, const QString& subject, const QString& text) const
 {
@@ -62,7 +61,8 @@ QByteArray Mailer::compose(const QString& to, const QString& subject, const QStr
     message += "From: " + headerValue(m_settings.from) + "\r\n";
     message += "To: " + headerValue(to) + "\r\n";
     message += "Subject: =?UTF-8?B?" + headerValue(subject).toBase64() + "?=\r\n";
-    message += "Message-ID: <" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + "@norvel-server>\r\n";
+    message +=
+        "Message-ID: <" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces) + "@norvel-server>\r\n";
     message += "MIME-Version: 1.0\r\nContent-Type: text/plain; charset=UTF-8\r\n";
     message += "Content-Transfer-Encoding: base64\r\n\r\n";
     const QByteArray body = text.toUtf8().toBase64();

@@ -67,7 +67,8 @@ int main(int argc, char* argv[])
     std::printf("Listening on %s\n", qPrintable(server.baseUrl()));
     std::fflush(stdout);
     qCInfo(serverLog).noquote() << "Serving" << server.baseUrl() << "with"
-                                << (options.database.isEmpty() ? options.sqliteFile() : QStringLiteral("PostgreSQL"));
+                                << (options.database.isEmpty() ? options.sqliteFile()
+                                                               : QStringLiteral("PostgreSQL"));
     const bool served = server.run();
     qCInfo(serverLog) << "Stopped";
     return served ? 0 : 1;

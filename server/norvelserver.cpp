@@ -16,8 +16,7 @@
 
 NorvelServer::NorvelServer(ServerOptions options)
     : m_options(std::move(options))
-{
-}
+{}
 
 NorvelServer::~NorvelServer() = default;
 
@@ -49,15 +48,17 @@ bool NorvelServer::start(QString* error)
     m_port = m_options.port == 0 ? m_http->bind_to_any_port(host)
                                  : (m_http->bind_to_port(host, m_options.port) ? m_options.port : -1);
     if (m_port <= 0) {
-        *error = QStringLiteral("Cannot listen on %1 port %2").arg(m_options.listenAddress).arg(m_options.port);
+        *error =
+            QStringLiteral("Cannot listen on %1 port %2").arg(m_options.listenAddress).arg(m_options.port);
         return false;
     }
-    m_mailer = std::make_unique<Mailer>(Mailer::Settings{m_options.smtpUrl, m_options.smtpUser, m_options.smtpPassword,
-                                                         m_options.mailFrom,
-                                                         QDir(m_options.dataDirectory).filePath(QStringLiteral("outbox"))});
+    m_mailer = std::make_unique<Mailer>(
+        Mailer::Settings{m_options.smtpUrl, m_options.smtpUser, m_options.smtpPassword, m_options.mailFrom,
+                         QDir(m_options.dataDirectory).filePath(QStringLiteral("outbox"))});
     m_accounts = std::make_unique<AccountStore>(m_mailer.get());
     const QString publicUrl = m_options.publicUrl.isEmpty() ? baseUrl() : m_options.publicUrl;
-    m_protocol = std::make_unique<ProtocolService>(m_accounts.get(), m_options.minimumClientVersion, publicUrl);
+    m_protocol =
+        std::make_unique<ProtocolService>(m_accounts.get(), m_options.minimumClientVersion, publicUrl);
     m_records = std::make_unique<RecordService>(m_accounts.get());
     m_protocol->registerRoutes(*m_http);
     m_records->registerRoutes(*m_http);
@@ -73,27 +74,31 @@ void NorvelServer::configureLimits()
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     });
+    // Answers leave in several writes; without this each waits for the client's delayed ACK.
+    m_http->set_tcp_nodelay(true);
     m_http->set_payload_max_length(largestBody);
     m_http->set_read_timeout(readTimeoutSeconds);
     m_http->set_write_timeout(writeTimeoutSeconds);
     m_http->set_keep_alive_timeout(30);
     m_http->set_keep_alive_max_count(1000);
     // Routes answer with bodies of their own; only the library's bare errors get one here.
-    m_http->set_error_handler(httplib::Server::HandlerWithResponse(
-        [](const httplib::Request&, httplib::Response& response) {
+    m_http->set_error_handler(
+        httplib::Server::HandlerWithResponse([](const httplib::Request&, httplib::Response& response) {
             if (!response.body.empty())
                 return httplib::Server::HandlerResponse::Unhandled;
-            HttpExchange::replyDetail(response, response.status, QStringLiteral("HTTP status %1").arg(response.status));
+            HttpExchange::replyDetail(response, response.status,
+                                      QStringLiteral("HTTP status %1").arg(response.status));
             return httplib::Server::HandlerResponse::Handled;
         }));
-    m_http->set_exception_handler([](const httplib::Request&, httplib::Response& response, std::exception_ptr) {
-        qCCritical(serverLog) << "A request ended in an exception";
-        HttpExchange::replyDetail(response, 500, QStringLiteral("Internal server error."));
-    });
+    m_http->set_exception_handler(
+        [](const httplib::Request&, httplib::Response& response, std::exception_ptr) {
+            qCCritical(serverLog) << "A request ended in an exception";
+            HttpExchange::replyDetail(response, 500, QStringLiteral("Internal server error."));
+        });
     m_http->set_logger([](const httplib::Request& request, const httplib::Response& response) {
         qCDebug(serverLog).noquote() << QString::fromStdString(request.remote_addr)
-                                     << QString::fromStdString(request.method) << QString::fromStdString(request.path)
-                                     << response.status;
+                                     << QString::fromStdString(request.method)
+                                     << QString::fromStdString(request.path) << response.status;
     });
 }
 

@@ -92,7 +92,8 @@ QString parentProblem(qint64 accountId, const QJsonObject& object, const QString
 // The text of error 103 for the first bad reference, or empty.
 QString referenceProblem(qint64 accountId, const QString& kind, const QJsonObject& object)
 {
-    const QString context = kind == QLatin1String("context") ? QString() : contextProblem(accountId, object, kind);
+    const QString context =
+        kind == QLatin1String("context") ? QString() : contextProblem(accountId, object, kind);
     return context.isEmpty() ? parentProblem(accountId, object, kind) : context;
 }
 
@@ -102,7 +103,8 @@ qint64 nextRevision(qint64 accountId)
 {
     QSqlQuery query(ServerDatabase::connection());
     if (!ServerDatabase::execute(
-            query, QStringLiteral("UPDATE accounts SET revision = revision + 1 WHERE id = ? RETURNING revision"),
+            query,
+            QStringLiteral("UPDATE accounts SET revision = revision + 1 WHERE id = ? RETURNING revision"),
             {accountId}) ||
         !query.next())
         return 0;
@@ -112,7 +114,8 @@ qint64 nextRevision(qint64 accountId)
 qint64 currentRevision(qint64 accountId)
 {
     QSqlQuery query(ServerDatabase::connection());
-    if (!ServerDatabase::execute(query, QStringLiteral("SELECT revision FROM accounts WHERE id = ?"), {accountId}) ||
+    if (!ServerDatabase::execute(query, QStringLiteral("SELECT revision FROM accounts WHERE id = ?"),
+                                 {accountId}) ||
         !query.next())
         return 0;
     return query.value(0).toLongLong();
@@ -139,7 +142,8 @@ public:
                                      {accountId}))
             return false;
         while (query.next())
-            m_parents.insert(key(query.value(0).toString(), query.value(1).toString()), query.value(2).toString());
+            m_parents.insert(key(query.value(0).toString(), query.value(1).toString()),
+                             query.value(2).toString());
         return true;
     }
 
@@ -199,13 +203,15 @@ Outcome ObjectStore::changes(qint64 accountId, qint64 revision)
         const int depth = rank == 2 ? 0 : depths.depth(kind, query.value(1).toString());
         // The stored body is compact JSON of an object, so the server's keys go in front of its first key.
         const QByteArray body = query.value(4).toByteArray();
-        QByteArray json = "{\"TYPE\":\"" + kind.toLatin1() + "\",\"PREDEFINED\":" + query.value(2).toByteArray() +
+        QByteArray json = "{\"TYPE\":\"" + kind.toLatin1() +
+                          "\",\"PREDEFINED\":" + query.value(2).toByteArray() +
                           ",\"INBOX\":" + query.value(3).toByteArray() + ',' + body.mid(1);
         objects.append({rank, depth, std::move(json)});
     }
-    std::stable_sort(objects.begin(), objects.end(), [](const ChangedObject& left, const ChangedObject& right) {
-        return left.rank != right.rank ? left.rank < right.rank : left.depth < right.depth;
-    });
+    std::stable_sort(objects.begin(), objects.end(),
+                     [](const ChangedObject& left, const ChangedObject& right) {
+                         return left.rank != right.rank ? left.rank < right.rank : left.depth < right.depth;
+                     });
     QByteArray result = '[' + QByteArray::number(current);
     for (const ChangedObject& object : qAsConst(objects))
         result += ',' + object.json;
@@ -228,13 +234,16 @@ Outcome ObjectStore::write(qint64 accountId, const QString& kind, Write mode, qi
     const QString id = object.value(QStringLiteral("ID")).toString();
     const StoredRow stored = findRow(accountId, kind, id);
     if (mode == Write::Create && stored.exists)
-        return Outcome::failure(ResultCode::ObjectExists, QStringLiteral("The %1 %2 already exists").arg(kind, id));
+        return Outcome::failure(ResultCode::ObjectExists,
+                                QStringLiteral("The %1 %2 already exists").arg(kind, id));
     if (mode == Write::Update && !stored.exists)
-        return Outcome::failure(ResultCode::ObjectMissing, QStringLiteral("The %1 %2 doesn't exist").arg(kind, id));
+        return Outcome::failure(ResultCode::ObjectMissing,
+                                QStringLiteral("The %1 %2 doesn't exist").arg(kind, id));
     const qint64 timestamp = static_cast<qint64>(object.value(QStringLiteral("TIMESTAMP")).toDouble());
     if (stored.exists && stored.timestamp > timestamp)
-        return Outcome::failure(ResultCode::NewerObject,
-                                QStringLiteral(": Server has newer object; timestamp: %1").arg(stored.timestamp));
+        return Outcome::failure(
+            ResultCode::NewerObject,
+            QStringLiteral(": Server has newer object; timestamp: %1").arg(stored.timestamp));
     const QString problem = referenceProblem(accountId, kind, object);
     if (!problem.isEmpty())
         return Outcome::failure(ResultCode::BadReference, problem);
@@ -250,13 +259,16 @@ bool ObjectStore::insert(qint64 accountId, qint64 revision, const QString& kind,
     // A seeded object keeps its predefined code and inbox role through every later update.
     return ServerDatabase::execute(
         query,
-        QStringLiteral("INSERT INTO objects (account_id, kind, id, parent, is_folder, state, predefined, inbox, "
-                       "timestamp, revision, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) "
-                       "ON CONFLICT (account_id, kind, id) DO UPDATE SET parent = excluded.parent, "
-                       "is_folder = excluded.is_folder, state = excluded.state, timestamp = excluded.timestamp, "
-                       "revision = excluded.revision, body = excluded.body"),
-        {accountId, kind, object.value(QStringLiteral("ID")).toString(), object.value(QStringLiteral("PARENT")).toString(),
-         object.value(QStringLiteral("FOLDER")).toBool() ? 1 : 0, object.value(QStringLiteral("STATE")).toInt(),
-         predefined, inbox, static_cast<qint64>(object.value(QStringLiteral("TIMESTAMP")).toDouble()), revision,
+        QStringLiteral(
+            "INSERT INTO objects (account_id, kind, id, parent, is_folder, state, predefined, inbox, "
+            "timestamp, revision, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) "
+            "ON CONFLICT (account_id, kind, id) DO UPDATE SET parent = excluded.parent, "
+            "is_folder = excluded.is_folder, state = excluded.state, timestamp = excluded.timestamp, "
+            "revision = excluded.revision, body = excluded.body"),
+        {accountId, kind, object.value(QStringLiteral("ID")).toString(),
+         object.value(QStringLiteral("PARENT")).toString(),
+         object.value(QStringLiteral("FOLDER")).toBool() ? 1 : 0,
+         object.value(QStringLiteral("STATE")).toInt(), predefined, inbox,
+         static_cast<qint64>(object.value(QStringLiteral("TIMESTAMP")).toDouble()), revision,
          QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact))});
 }

@@ -27,8 +27,9 @@ const QString stateKey = QStringLiteral("STATE");
 const QString timestampKey = QStringLiteral("TIMESTAMP");
 
 // Client-side bookkeeping and the server's own annotations: accepted and dropped.
-const QSet<QString> ignoredKeys = {QStringLiteral("SYNCED"),     QStringLiteral("LOCAL"), QStringLiteral("LEVEL"),
-                                   QStringLiteral("CHILDREN"),   QStringLiteral("SYNC"),  QStringLiteral("TYPE"),
+const QSet<QString> ignoredKeys = {QStringLiteral("SYNCED"),     QStringLiteral("LOCAL"),
+                                   QStringLiteral("LEVEL"),      QStringLiteral("CHILDREN"),
+                                   QStringLiteral("SYNC"),       QStringLiteral("TYPE"),
                                    QStringLiteral("PREDEFINED"), QStringLiteral("INBOX")};
 
 QStringList keysOf(const QString& kind)
@@ -144,7 +145,8 @@ bool normalizeValue(const QString& key, const QJsonValue& value, QJsonObject* no
 
 bool ObjectValidator::isKind(const QString& kind)
 {
-    return kind == QLatin1String("context") || kind == QLatin1String("project") || kind == QLatin1String("task");
+    return kind == QLatin1String("context") || kind == QLatin1String("project") ||
+           kind == QLatin1String("task");
 }
 
 bool ObjectValidator::normalize(const QString& kind, const QJsonObject& object, QJsonObject* normalized,

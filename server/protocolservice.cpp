@@ -44,8 +44,7 @@ ProtocolService::ProtocolService(AccountStore* accounts, const QString& minimumC
     : m_accounts(accounts)
     , m_minimumClientVersion(QVersionNumber::fromString(minimumClientVersion))
     , m_publicUrl(publicUrl)
-{
-}
+{}
 
 void ProtocolService::registerRoutes(httplib::Server& server)
 {
@@ -62,17 +61,20 @@ void ProtocolService::registerRoutes(httplib::Server& server)
     route("/api/account/v1/password", &ProtocolService::changePassword);
     route("/api/sync/v1/changes", &ProtocolService::changes);
     route(R"(/api/sync/v1/(context|project|task)/(create|update))", &ProtocolService::writeObject);
-    server.Post("/api/account/v1/reset", [this](const httplib::Request& request, httplib::Response& response) {
-        QJsonObject body;
-        if (readBody(request, response, &body))
-            HttpExchange::replyOutcome(response, resetPassword(body));
-    });
-    server.Get("/api/account/v1/reset/confirm", [this](const httplib::Request& request, httplib::Response& response) {
-        confirmReset(request, response);
-    });
+    server.Post("/api/account/v1/reset",
+                [this](const httplib::Request& request, httplib::Response& response) {
+                    QJsonObject body;
+                    if (readBody(request, response, &body))
+                        HttpExchange::replyOutcome(response, resetPassword(body));
+                });
+    server.Get("/api/account/v1/reset/confirm",
+               [this](const httplib::Request& request, httplib::Response& response) {
+                   confirmReset(request, response);
+               });
 }
 
-bool ProtocolService::readBody(const httplib::Request& request, httplib::Response& response, QJsonObject* body) const
+bool ProtocolService::readBody(const httplib::Request& request, httplib::Response& response,
+                               QJsonObject* body) const
 {
     if (!HttpExchange::readObject(request, body)) {
         HttpExchange::replyOutcome(response, badRequest(QStringLiteral("The body is not a JSON object")));
@@ -84,9 +86,10 @@ bool ProtocolService::readBody(const httplib::Request& request, httplib::Respons
     const QVersionNumber clientVersion = QVersionNumber::fromString(version.toString());
     if (clientVersion.isNull() || clientVersion < m_minimumClientVersion) {
         HttpExchange::replyOutcome(
-            response, Outcome::failure(ResultCode::ClientTooOld,
-                                       QStringLiteral("Client version %1 is older than the oldest supported, %2")
-                                           .arg(version.toString(), m_minimumClientVersion.toString())));
+            response,
+            Outcome::failure(ResultCode::ClientTooOld,
+                             QStringLiteral("Client version %1 is older than the oldest supported, %2")
+                                 .arg(version.toString(), m_minimumClientVersion.toString())));
         return false;
     }
     return true;
@@ -101,9 +104,11 @@ Outcome ProtocolService::authenticate(const httplib::Request& request, qint64* a
     if (colon < 0 || !AccountStore::isValidEmail(email) || !AccountStore::isValidSecret(secret))
         return Outcome::failure(ResultCode::NotAuthenticated,
                                 QStringLiteral("Basic credentials of login and password are required"));
-    const AccountStore::Login login = m_accounts->authenticate(email, secret, HttpExchange::remoteAddress(request));
+    const AccountStore::Login login =
+        m_accounts->authenticate(email, secret, HttpExchange::remoteAddress(request));
     *accountId = login.accountId;
-    return login.code == ResultCode::Success ? Outcome::success("null") : Outcome::failure(login.code, login.text);
+    return login.code == ResultCode::Success ? Outcome::success("null")
+                                             : Outcome::failure(login.code, login.text);
 }
 
 Outcome ProtocolService::registerUser(const httplib::Request&, const QJsonObject& body) const
@@ -122,8 +127,10 @@ Outcome ProtocolService::checkLogin(const httplib::Request& request, const QJson
     QString secret;
     if (!readLogin(body, "password", &email, &secret))
         return badRequest(QStringLiteral("A valid login and password are required"));
-    const AccountStore::Login login = m_accounts->authenticate(email, secret, HttpExchange::remoteAddress(request));
-    return login.code == ResultCode::Success ? Outcome::success("null") : Outcome::failure(login.code, login.text);
+    const AccountStore::Login login =
+        m_accounts->authenticate(email, secret, HttpExchange::remoteAddress(request));
+    return login.code == ResultCode::Success ? Outcome::success("null")
+                                             : Outcome::failure(login.code, login.text);
 }
 
 Outcome ProtocolService::resetPassword(const QJsonObject& body) const
@@ -154,13 +161,15 @@ void ProtocolService::confirmReset(const httplib::Request& request, httplib::Res
         page = QStringLiteral("<p>This link is unknown, was used already or has expired. Ask for a new one "
                               "in Norvel.</p>");
     } else {
-        page = QStringLiteral("<p>Your new Norvel password is <b><code>%1</code></b></p><p>Log in with it in Norvel "
-                              "and change it in the account settings.</p>")
+        page = QStringLiteral(
+                   "<p>Your new Norvel password is <b><code>%1</code></b></p><p>Log in with it in Norvel "
+                   "and change it in the account settings.</p>")
                    .arg(escapeHtml(password));
     }
     const QByteArray html =
-        QStringLiteral("<!DOCTYPE html><html><head><meta charset=\"utf-8\"><title>Norvel</title></head><body>%1"
-                       "</body></html>")
+        QStringLiteral(
+            "<!DOCTYPE html><html><head><meta charset=\"utf-8\"><title>Norvel</title></head><body>%1"
+            "</body></html>")
             .arg(page)
             .toUtf8();
     response.set_header("Cache-Control", "no-store");
@@ -194,6 +203,6 @@ Outcome ProtocolService::writeObject(const httplib::Request& request, const QJso
     const Outcome authentication = authenticate(request, &accountId);
     if (!authentication.succeeded())
         return authentication;
-    return ObjectStore::write(accountId, kind, create ? ObjectStore::Write::Create : ObjectStore::Write::Update,
-                              revision, object);
+    return ObjectStore::write(
+        accountId, kind, create ? ObjectStore::Write::Create : ObjectStore::Write::Update, revision, object);
 }

@@ -8,22 +8,28 @@
 
 RecordService::RecordService(AccountStore* accounts)
     : m_accounts(accounts)
-{
-}
+{}
 
 void RecordService::registerRoutes(httplib::Server& server)
 {
-    server.Post("/api/auth/v1/login/",
-                [this](const httplib::Request& request, httplib::Response& response) { login(request, response); });
+    server.Post("/api/auth/v1/login/", [this](const httplib::Request& request, httplib::Response& response) {
+        login(request, response);
+    });
     const char* stores = R"(/api/(favorites|sorting|reminders)/v1/)";
-    server.Get(stores, [this](const httplib::Request& request, httplib::Response& response) { get(request, response); });
+    server.Get(stores, [this](const httplib::Request& request, httplib::Response& response) {
+        get(request, response);
+    });
     server.Post(stores, [this](const httplib::Request& request, httplib::Response& response) {
         change(request, response, false);
     });
     server.Post(R"(/api/(favorites|reminders)/v1/delete/)",
-                [this](const httplib::Request& request, httplib::Response& response) { change(request, response, true); });
+                [this](const httplib::Request& request, httplib::Response& response) {
+                    change(request, response, true);
+                });
     server.Post(R"(/api/(sorting)/v1/list/delete/)",
-                [this](const httplib::Request& request, httplib::Response& response) { change(request, response, true); });
+                [this](const httplib::Request& request, httplib::Response& response) {
+                    change(request, response, true);
+                });
 }
 
 void RecordService::login(const httplib::Request& request, httplib::Response& response) const
@@ -39,13 +45,15 @@ void RecordService::login(const httplib::Request& request, httplib::Response& re
         HttpExchange::replyDetail(response, 400, QStringLiteral("A valid login and password are required."));
         return;
     }
-    const AccountStore::Login result = m_accounts->authenticate(login, secret, HttpExchange::remoteAddress(request));
+    const AccountStore::Login result =
+        m_accounts->authenticate(login, secret, HttpExchange::remoteAddress(request));
     if (result.code == ResultCode::TooManyAttempts) {
         HttpExchange::replyDetail(response, 429, result.text);
         return;
     }
     if (result.code != ResultCode::Success) {
-        HttpExchange::replyDetail(response, 400, QStringLiteral("Unable to log in with the provided credentials."));
+        HttpExchange::replyDetail(response, 400,
+                                  QStringLiteral("Unable to log in with the provided credentials."));
         return;
     }
     const QByteArray token = m_accounts->issueToken(result.accountId);

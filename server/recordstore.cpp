@@ -18,15 +18,17 @@ const QString favorites = QStringLiteral("favorites");
 const QString sorting = QStringLiteral("sorting");
 const QString reminders = QStringLiteral("reminders");
 
-const QStringList objectTypes = {QStringLiteral("task"), QStringLiteral("project"), QStringLiteral("context")};
+const QStringList objectTypes = {QStringLiteral("task"), QStringLiteral("project"),
+                                 QStringLiteral("context")};
 const QStringList listTypes = {QStringLiteral("project"), QStringLiteral("context"), QStringLiteral("folder"),
                                QStringLiteral("dailyplan"), QStringLiteral("favorites")};
 const QStringList sortingTypes = {QStringLiteral("manual"), QStringLiteral("alphabetical"),
                                   QStringLiteral("timestamp_asc"), QStringLiteral("timestamp_desc")};
 const QStringList appliedDates = {QStringLiteral("start"), QStringLiteral("end")};
-const QStringList predefinedTypes = {QStringLiteral("go"),     QStringLiteral("5min"),   QStringLiteral("15min"),
-                                     QStringLiteral("30min"),  QStringLiteral("1hour"),  QStringLiteral("2hours"),
-                                     QStringLiteral("3hours"), QStringLiteral("1day"),   QStringLiteral("2days")};
+const QStringList predefinedTypes = {
+    QStringLiteral("go"),     QStringLiteral("5min"),  QStringLiteral("15min"),
+    QStringLiteral("30min"),  QStringLiteral("1hour"), QStringLiteral("2hours"),
+    QStringLiteral("3hours"), QStringLiteral("1day"),  QStringLiteral("2days")};
 
 bool isId(const QJsonValue& value)
 {
@@ -54,7 +56,8 @@ bool validListItems(const QJsonValue& value)
         return false;
     for (const QJsonValue& item : value.toArray()) {
         const QJsonObject entry = item.toObject();
-        if (!isId(entry.value(QStringLiteral("object_id"))) || !entry.value(QStringLiteral("order_value")).isDouble())
+        if (!isId(entry.value(QStringLiteral("object_id"))) ||
+            !entry.value(QStringLiteral("order_value")).isDouble())
             return false;
     }
     return true;
@@ -90,7 +93,8 @@ QString recordKey(const QString& store, const QJsonObject& record)
         return field("object_type") + QLatin1Char('/') + field("object_id");
     if (store == sorting)
         return field("list_id") + QLatin1Char('/') + field("list_type");
-    return field("object_id") + QLatin1Char('/') + field("applied_date") + QLatin1Char('/') + field("predefined_type");
+    return field("object_id") + QLatin1Char('/') + field("applied_date") + QLatin1Char('/') +
+           field("predefined_type");
 }
 
 QString groupKey(const QString& store, const QJsonObject& record)
@@ -101,7 +105,8 @@ QString groupKey(const QString& store, const QJsonObject& record)
 // Reminders follow arrival; the others only let a change replace one that is not newer.
 QString guard(const QString& store)
 {
-    return store == reminders ? QString() : QStringLiteral(" WHERE records.last_changed <= excluded.last_changed");
+    return store == reminders ? QString()
+                              : QStringLiteral(" WHERE records.last_changed <= excluded.last_changed");
 }
 
 bool upsert(qint64 accountId, const QString& store, const QJsonObject& record, bool deleted)
@@ -109,9 +114,10 @@ bool upsert(qint64 accountId, const QString& store, const QJsonObject& record, b
     QSqlQuery query(ServerDatabase::connection());
     return ServerDatabase::execute(
         query,
-        QStringLiteral("INSERT INTO records (account_id, store, record_key, group_key, body, last_changed, deleted) "
-                       "VALUES (?, ?, ?, ?, ?, ?, ?) ON CONFLICT (account_id, store, record_key) DO UPDATE SET "
-                       "body = excluded.body, last_changed = excluded.last_changed, deleted = excluded.deleted") +
+        QStringLiteral(
+            "INSERT INTO records (account_id, store, record_key, group_key, body, last_changed, deleted) "
+            "VALUES (?, ?, ?, ?, ?, ?, ?) ON CONFLICT (account_id, store, record_key) DO UPDATE SET "
+            "body = excluded.body, last_changed = excluded.last_changed, deleted = excluded.deleted") +
             guard(store),
         {accountId, store, recordKey(store, record), groupKey(store, record),
          QString::fromUtf8(QJsonDocument(record).toJson(QJsonDocument::Compact)), lastChanged(record),

@@ -31,7 +31,10 @@ struct Outcome
     QString text;
     QByteArray resultJson = "null";
 
-    static Outcome success(const QByteArray& resultJson) { return {ResultCode::Success, QString(), resultJson}; }
+    static Outcome success(const QByteArray& resultJson)
+    {
+        return {ResultCode::Success, QString(), resultJson};
+    }
     static Outcome failure(int code, const QString& text) { return {code, text, "null"}; }
     bool succeeded() const { return code == ResultCode::Success; }
 };

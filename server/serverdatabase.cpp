@@ -65,7 +65,8 @@ bool configurePostgres(const QString& address, QString* error)
 {
     const QUrl url(address, QUrl::StrictMode);
     if (!url.isValid() || url.host().isEmpty()) {
-        *error = QStringLiteral("The database address \"%1\" cannot be read").arg(url.toDisplayString(QUrl::RemovePassword));
+        *error = QStringLiteral("The database address \"%1\" cannot be read")
+                     .arg(url.toDisplayString(QUrl::RemovePassword));
         return false;
     }
     driverName = QStringLiteral("QPSQL");

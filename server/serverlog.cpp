@@ -10,6 +10,7 @@ void setUpServerLog(const QString& level)
     const int least = level == QLatin1String("error") ? 3 : levels.indexOf(level);
     QStringList rules;
     for (int index = 0; index < levels.size(); ++index)
-        rules << QStringLiteral("norvel.server.%1=%2").arg(levels.at(index), index >= least ? "true" : "false");
+        rules
+            << QStringLiteral("norvel.server.%1=%2").arg(levels.at(index), index >= least ? "true" : "false");
     QLoggingCategory::setFilterRules(rules.join(QLatin1Char('\n')));
 }

@@ -140,8 +140,8 @@ ApiOperation* ApiHandler::sendObject(const QString& kind, const QString& action,
                                      int revision, QObject* parent)
 {
     return post(QStringLiteral("/sync/v1/%1/%2").arg(kind, action),
-                {{QStringLiteral("revision"), revision}, {QStringLiteral("object"), toJsonObject(object)}}, true,
-                parent);
+                {{QStringLiteral("revision"), revision}, {QStringLiteral("object"), toJsonObject(object)}},
+                true, parent);
 }
 
 ApiOperation* ApiHandler::post(const QString& path, QVariantMap body, bool withCredentials, QObject* parent)

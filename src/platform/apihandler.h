@@ -12,7 +12,6 @@
 
 class ApiOperation;
 
-
 // The client of the sync server's revision protocol and account calls (docs/protocol.md). Every call
 // returns a running operation that the caller owns; everything happens on the thread the handler
 // lives on, through its event loop, so a nested QEventLoop is enough to wait for one.
@@ -48,8 +47,8 @@ signals:
     void proxyAuthenticationRequired(const QNetworkProxy& proxy, QAuthenticator* authenticator);
 
 private:
-    ApiOperation* sendObject(const QString& kind, const QString& action, const QVariantMap& object, int revision,
-                             QObject* parent);
+    ApiOperation* sendObject(const QString& kind, const QString& action, const QVariantMap& object,
+                             int revision, QObject* parent);
     ApiOperation* post(const QString& path, QVariantMap body, bool withCredentials, QObject* parent);
 
     struct Private;

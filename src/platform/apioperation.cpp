@@ -66,7 +66,8 @@ QVariant fromJsonResult(const QJsonValue& value)
     const QJsonArray array = value.toArray();
     list.reserve(array.size());
     for (const QJsonValue& element : array)
-        list.append(element.isObject() ? QVariant(fromJsonObject(element.toObject())) : fromJsonResult(element));
+        list.append(element.isObject() ? QVariant(fromJsonObject(element.toObject()))
+                                       : fromJsonResult(element));
     return list;
 }
 
@@ -130,9 +131,11 @@ void ApiOperation::handleReply()
         d->serverTime = static_cast<int>(answer.value(QStringLiteral("server_time")).toDouble());
         d->result = fromJsonResult(answer.value(QStringLiteral("result")));
     } else {
-        d->networkErrorCode = reply->error() != QNetworkReply::NoError ? reply->error() : QNetworkReply::ProtocolFailure;
-        d->errorText = reply->error() != QNetworkReply::NoError ? reply->errorString()
-                                                                : QStringLiteral("The server's answer cannot be read");
+        d->networkErrorCode =
+            reply->error() != QNetworkReply::NoError ? reply->error() : QNetworkReply::ProtocolFailure;
+        d->errorText = reply->error() != QNetworkReply::NoError
+                           ? reply->errorString()
+                           : QStringLiteral("The server's answer cannot be read");
     }
     d->reply = nullptr;
     reply->deleteLater();

@@ -33,8 +33,7 @@ struct NetworkHandler::Private
 
 NetworkHandler::NetworkHandler()
     : d(std::make_unique<Private>())
-{
-}
+{}
 
 NetworkHandler::~NetworkHandler() = default;
 
@@ -43,7 +42,8 @@ QNetworkReply* NetworkHandler::sendGetRequest(const QUrl& url, const Headers& he
     return d->manager()->get(makeRequest(url, headers));
 }
 
-QNetworkReply* NetworkHandler::sendPostRequest(const QUrl& url, const QByteArray& body, const Headers& headers)
+QNetworkReply* NetworkHandler::sendPostRequest(const QUrl& url, const QByteArray& body,
+                                               const Headers& headers)
 {
     return d->manager()->post(makeRequest(url, headers), body);
 }
@@ -53,7 +53,8 @@ QNetworkReply* NetworkHandler::sendPutRequest(const QUrl& url, const QByteArray&
     return d->manager()->put(makeRequest(url, headers), body);
 }
 
-QNetworkReply* NetworkHandler::sendPatchRequest(const QUrl& url, const QByteArray& body, const Headers& headers)
+QNetworkReply* NetworkHandler::sendPatchRequest(const QUrl& url, const QByteArray& body,
+                                                const Headers& headers)
 {
     return d->manager()->sendCustomRequest(makeRequest(url, headers), QByteArrayLiteral("PATCH"), body);
 }

@@ -24,8 +24,7 @@ AuthManager* AuthManager::instance()
 
 AuthManager::AuthManager()
     : d(std::make_unique<Private>())
-{
-}
+{}
 
 AuthManager::~AuthManager() = default;
 
@@ -55,14 +54,15 @@ QString AuthManager::token() const
 void AuthManager::requestToken()
 {
     Settings* settings = Settings::instance();
-    if (d->requestActive || settings->clientLogin().isEmpty() || settings->clientPassword().isEmpty() || hasToken())
+    if (d->requestActive || settings->clientLogin().isEmpty() || settings->clientPassword().isEmpty() ||
+        hasToken())
         return;
     d->requestActive = true;
     const QJsonObject body{{QStringLiteral("login"), settings->clientLogin()},
                            {QStringLiteral("password"), settings->clientPassword()}};
-    QNetworkReply* reply = d->network.sendPostRequest(QUrl(apiUrl() + QStringLiteral("/auth/v1/login/")),
-                                                      QJsonDocument(body).toJson(QJsonDocument::Compact),
-                                                      defaultHeaders());
+    QNetworkReply* reply =
+        d->network.sendPostRequest(QUrl(apiUrl() + QStringLiteral("/auth/v1/login/")),
+                                   QJsonDocument(body).toJson(QJsonDocument::Compact), defaultHeaders());
     connect(reply, &QNetworkReply::finished, this, &AuthManager::handleTokenReply);
 }
 
@@ -76,7 +76,8 @@ void AuthManager::handleTokenReply()
         emit serverError(reply->errorString());
         return;
     }
-    const QString key = QJsonDocument::fromJson(reply->readAll()).object().value(QStringLiteral("key")).toString();
+    const QString key =
+        QJsonDocument::fromJson(reply->readAll()).object().value(QStringLiteral("key")).toString();
     // Without a key every later request would fail the same way: end the runs now instead.
     if (key.isEmpty()) {
         emit serverError(QStringLiteral("The server's answer holds no token"));

@@ -74,7 +74,8 @@ void BaseSyncManager::setSyncActive(bool active)
 QNetworkReply* BaseSyncManager::createGetRequest(const QUrl& url) const
 {
     auto headers = AuthManager::defaultHeaders();
-    headers.append({QByteArrayLiteral("Authorization"), "Token " + AuthManager::instance()->token().toUtf8()});
+    headers.append(
+        {QByteArrayLiteral("Authorization"), "Token " + AuthManager::instance()->token().toUtf8()});
     return d->network.sendGetRequest(url, headers);
 }
 
@@ -82,7 +83,8 @@ QNetworkReply* BaseSyncManager::createPostRequest(const QUrl& url, const QByteAr
 {
     auto headers = AuthManager::defaultHeaders();
     if (AuthManager::instance()->hasToken())
-        headers.append({QByteArrayLiteral("Authorization"), "Token " + AuthManager::instance()->token().toUtf8()});
+        headers.append(
+            {QByteArrayLiteral("Authorization"), "Token " + AuthManager::instance()->token().toUtf8()});
     return d->network.sendPostRequest(url, body, headers);
 }
 

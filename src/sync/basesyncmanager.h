@@ -48,7 +48,8 @@ protected:
     QUrl endpointUrl(const QString& path) const;
     // Ends the reply when it finishes. A failure is logged as "Server Error (<logName>): " and ends
     // the run; a success hands the body on.
-    void handleReply(QNetworkReply* reply, const QString& logName, std::function<void(const QByteArray&)> onSuccess);
+    void handleReply(QNetworkReply* reply, const QString& logName,
+                     std::function<void(const QByteArray&)> onSuccess);
     // Single-shot, for subclasses that gather changes before a run.
     QTimer* timer() const;
 

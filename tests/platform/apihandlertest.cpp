@@ -1,5 +1,5 @@
-#include "core/settings.h"
 #include "platform/apihandler.h"
+#include "core/settings.h"
 #include "platform/apioperation.h"
 #include "testlib/recordbuilder.h"
 #include "testlib/serverprocess.h"
@@ -122,7 +122,8 @@ void ApiHandlerTest::newAccountHoldsSeedsParentsFirst()
         const QVariantMap object = element.toMap();
         const QString parent = object.value(QStringLiteral("PARENT")).toString();
         const QString context = object.value(QStringLiteral("CONTEXT")).toString();
-        QVERIFY2(parent.isEmpty() || seen.contains(parent), qPrintable(object.value(QStringLiteral("NAME")).toString()));
+        QVERIFY2(parent.isEmpty() || seen.contains(parent),
+                 qPrintable(object.value(QStringLiteral("NAME")).toString()));
         QVERIFY(context.isEmpty() || seen.contains(context));
         seen.insert(object.value(QStringLiteral("ID")).toString());
         codes << object.value(QStringLiteral("PREDEFINED")).toInt();
@@ -148,10 +149,8 @@ void ApiHandlerTest::objectCallsAnswerTheirCodes()
     const QVariantMap unknown = RecordBuilder::context().withId(newId()).withTimestamp(1500);
     const QVariantMap task = RecordBuilder::task().withId(newId()).withContext(newId()).withTimestamp(1500);
     const QList<QPair<ApiOperation*, int>> calls = {
-        {m_api->createContext(context, 2), 104},
-        {m_api->updateContext(unknown, 2), 100},
-        {m_api->updateContext(context, 3), 106},
-        {m_api->updateContext(older, 2), 107},
+        {m_api->createContext(context, 2), 104}, {m_api->updateContext(unknown, 2), 100},
+        {m_api->updateContext(context, 3), 106}, {m_api->updateContext(older, 2), 107},
         {m_api->createTask(task, 2), 103},
     };
     for (const auto& call : calls) {
@@ -176,8 +175,11 @@ void ApiHandlerTest::changesCarryOnlyNewerObjectsWithTheirDates()
     }
     const QDateTime due(QDate(2026, 3, 5), QTime(18, 0), Qt::UTC);
     const QString id = newId();
-    const QVariantMap task =
-        RecordBuilder::task(QStringLiteral("Pay rent")).withId(id).inParent(inbox).dueAt(due).withTimestamp(1700000000);
+    const QVariantMap task = RecordBuilder::task(QStringLiteral("Pay rent"))
+                                 .withId(id)
+                                 .inParent(inbox)
+                                 .dueAt(due)
+                                 .withTimestamp(1700000000);
     QCOMPARE(finish(m_api->createTask(task, 1))->errorCode(), -1);
 
     const QVariantList changes = finish(m_api->getChanges(1))->result().toList();
@@ -195,7 +197,8 @@ void ApiHandlerTest::changedPasswordIsTheNewMd5()
 {
     const QString login = registerAccount();
     // The account's secret is the MD5 of the typed "password".
-    const auto changed = finish(m_api->changePassword(login, QStringLiteral("password"), QStringLiteral("ünïcode")));
+    const auto changed =
+        finish(m_api->changePassword(login, QStringLiteral("password"), QStringLiteral("ünïcode")));
     QCOMPARE(changed->errorCode(), -1);
     QCOMPARE(finish(m_api->checkLogin(login, md5(QStringLiteral("ünïcode"))))->errorCode(), -1);
     QCOMPARE(finish(m_api->getChanges(0))->errorCode(), 201);

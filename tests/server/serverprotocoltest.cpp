@@ -48,8 +48,11 @@ QString newId()
 
 QJsonObject context(const QString& id, const QString& parent = QString(), int state = 0)
 {
-    return {{QStringLiteral("ID"), id},       {QStringLiteral("NAME"), id},         {QStringLiteral("PARENT"), parent},
-            {QStringLiteral("STATE"), state}, {QStringLiteral("TIMESTAMP"), 1000}};
+    return {{QStringLiteral("ID"), id},
+            {QStringLiteral("NAME"), id},
+            {QStringLiteral("PARENT"), parent},
+            {QStringLiteral("STATE"), state},
+            {QStringLiteral("TIMESTAMP"), 1000}};
 }
 
 QJsonObject record(const QString& store, const QString& id, const QString& time)
@@ -61,9 +64,11 @@ QJsonObject record(const QString& store, const QString& id, const QString& time)
                 {QStringLiteral("group_by_date"), false},
                 {QStringLiteral("last_changed"), time}};
     if (store == QLatin1String("reminders"))
-        return {{QStringLiteral("object_id"), id},           {QStringLiteral("applied_date"), QStringLiteral("end")},
+        return {{QStringLiteral("object_id"), id},
+                {QStringLiteral("applied_date"), QStringLiteral("end")},
                 {QStringLiteral("reminder_type"), QStringLiteral("predefined")},
-                {QStringLiteral("predefined_type"), QStringLiteral("15min")}, {QStringLiteral("last_changed"), time}};
+                {QStringLiteral("predefined_type"), QStringLiteral("15min")},
+                {QStringLiteral("last_changed"), time}};
     return {{QStringLiteral("object_id"), id},
             {QStringLiteral("object_type"), QStringLiteral("task")},
             {QStringLiteral("last_changed"), time}};
@@ -151,9 +156,10 @@ Answer ServerProtocolTest::request(const QByteArray& method, const QString& path
 QString ServerProtocolTest::registerAccount()
 {
     const QString login = newId() + QStringLiteral("@example.org");
-    const Answer answer = request("POST", QStringLiteral("/account/v1/register"),
-                                  json(QJsonObject{{QStringLiteral("login"), login},
-                                                   {QStringLiteral("password"), QString::fromLatin1(secret)}}));
+    const Answer answer =
+        request("POST", QStringLiteral("/account/v1/register"),
+                json(QJsonObject{{QStringLiteral("login"), login},
+                                 {QStringLiteral("password"), QString::fromLatin1(secret)}}));
     return answer.code() == -1 ? login : QString();
 }
 
@@ -164,23 +170,27 @@ QByteArray ServerProtocolTest::basic(const QString& login) const
 
 QByteArray ServerProtocolTest::token(const QString& login)
 {
-    const Answer answer = request("POST", QStringLiteral("/auth/v1/login/"),
-                                  json(QJsonObject{{QStringLiteral("login"), login},
-                                                   {QStringLiteral("password"), QString::fromLatin1(secret)}}));
+    const Answer answer =
+        request("POST", QStringLiteral("/auth/v1/login/"),
+                json(QJsonObject{{QStringLiteral("login"), login},
+                                 {QStringLiteral("password"), QString::fromLatin1(secret)}}));
     return "Token " + answer.object().value(QStringLiteral("key")).toString().toLatin1();
 }
 
 Answer ServerProtocolTest::write(const QString& login, const QString& kind, const QString& action,
                                  const QJsonObject& object)
 {
-    const Answer changes = request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":0})", basic(login));
-    const QJsonObject body{{QStringLiteral("revision"), changes.result().at(0)}, {QStringLiteral("object"), object}};
+    const Answer changes =
+        request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":0})", basic(login));
+    const QJsonObject body{{QStringLiteral("revision"), changes.result().at(0)},
+                           {QStringLiteral("object"), object}};
     return request("POST", QStringLiteral("/sync/v1/%1/%2").arg(kind, action), json(body), basic(login));
 }
 
 QJsonObject ServerProtocolTest::seed(const QString& login, int code)
 {
-    const Answer changes = request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":0})", basic(login));
+    const Answer changes =
+        request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":0})", basic(login));
     for (const QJsonValue& object : changes.result()) {
         if (object.toObject().value(QStringLiteral("PREDEFINED")).toInt() == code)
             return object.toObject();
@@ -201,20 +211,22 @@ void ServerProtocolTest::accountsNeverSeeEachOther()
     bobs.insert(QStringLiteral("TIMESTAMP"), 2000);
     QCOMPARE(write(bob, QStringLiteral("context"), QStringLiteral("update"), bobs).code(), 100);
     QCOMPARE(write(bob, QStringLiteral("context"), QStringLiteral("create"), bobs).code(), -1);
-    const Answer alicesChanges = request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":1})", basic(alice));
+    const Answer alicesChanges =
+        request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":1})", basic(alice));
     QCOMPARE(alicesChanges.result().size(), 2);
     QCOMPARE(alicesChanges.result().at(1).toObject().value(QStringLiteral("NAME")).toString(), id);
 
     const QString time = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
     const QByteArray alicesToken = token(alice);
     const QByteArray bobsToken = token(bob);
-    QCOMPARE(request("POST", QStringLiteral("/favorites/v1/"), json(QJsonArray{record("favorites", id, time)}),
-                     alicesToken)
+    QCOMPARE(request("POST", QStringLiteral("/favorites/v1/"),
+                     json(QJsonArray{record("favorites", id, time)}), alicesToken)
                  .array()
                  .size(),
              1);
     QCOMPARE(request("GET", QStringLiteral("/favorites/v1/"), QByteArray(), bobsToken).array().size(), 0);
-    request("POST", QStringLiteral("/favorites/v1/delete/"), json(QJsonArray{record("favorites", id, time)}), bobsToken);
+    request("POST", QStringLiteral("/favorites/v1/delete/"), json(QJsonArray{record("favorites", id, time)}),
+            bobsToken);
     QCOMPARE(request("GET", QStringLiteral("/favorites/v1/"), QByteArray(), alicesToken).array().size(), 1);
 }
 
@@ -226,26 +238,31 @@ void ServerProtocolTest::malformedRequestsAreRefused_data()
     QTest::addColumn<int>("status");
 
     const QByteArray task = R"({"revision":0,"object":{"ID":"t1","NAME":"x","PARENT":"p","TIMESTAMP":1,%1}})";
-    QTest::newRow("not JSON") << "/sync/v1/changes" << QByteArray("{\"revision\":") << QByteArray("basic") << 400;
-    QTest::newRow("array for object") << "/sync/v1/changes" << QByteArray("[0]") << QByteArray("basic") << 400;
-    QTest::newRow("negative revision") << "/sync/v1/changes" << QByteArray(R"({"revision":-1})") << QByteArray("basic")
-                                       << 400;
-    QTest::newRow("unknown key") << "/sync/v1/task/create" << QByteArray(task).replace("%1", R"("COLOR":"red")")
-                                 << QByteArray("basic") << 400;
-    QTest::newRow("date that is none") << "/sync/v1/task/create"
-                                       << QByteArray(task).replace("%1", R"("DUE":"tomorrow")") << QByteArray("basic")
-                                       << 400;
-    QTest::newRow("state out of range") << "/sync/v1/task/create" << QByteArray(task).replace("%1", R"("STATE":9)")
-                                        << QByteArray("basic") << 400;
-    QTest::newRow("no credentials") << "/sync/v1/changes" << QByteArray(R"({"revision":0})") << QByteArray() << 403;
-    QTest::newRow("unknown kind") << "/sync/v1/folder/create" << QByteArray(R"({"revision":0})") << QByteArray("basic")
-                                  << 404;
+    QTest::newRow("not JSON") << "/sync/v1/changes" << QByteArray("{\"revision\":") << QByteArray("basic")
+                              << 400;
+    QTest::newRow("array for object")
+        << "/sync/v1/changes" << QByteArray("[0]") << QByteArray("basic") << 400;
+    QTest::newRow("negative revision")
+        << "/sync/v1/changes" << QByteArray(R"({"revision":-1})") << QByteArray("basic") << 400;
+    QTest::newRow("unknown key") << "/sync/v1/task/create"
+                                 << QByteArray(task).replace("%1", R"("COLOR":"red")") << QByteArray("basic")
+                                 << 400;
+    QTest::newRow("date that is none")
+        << "/sync/v1/task/create" << QByteArray(task).replace("%1", R"("DUE":"tomorrow")")
+        << QByteArray("basic") << 400;
+    QTest::newRow("state out of range")
+        << "/sync/v1/task/create" << QByteArray(task).replace("%1", R"("STATE":9)") << QByteArray("basic")
+        << 400;
+    QTest::newRow("no credentials") << "/sync/v1/changes" << QByteArray(R"({"revision":0})") << QByteArray()
+                                    << 403;
+    QTest::newRow("unknown kind") << "/sync/v1/folder/create" << QByteArray(R"({"revision":0})")
+                                  << QByteArray("basic") << 404;
     QTest::newRow("records not a list") << "/favorites/v1/" << QByteArray("{}") << QByteArray("token") << 400;
-    QTest::newRow("record missing a field") << "/favorites/v1/" << QByteArray(R"([{"object_id":"t1"}])")
-                                            << QByteArray("token") << 400;
+    QTest::newRow("record missing a field")
+        << "/favorites/v1/" << QByteArray(R"([{"object_id":"t1"}])") << QByteArray("token") << 400;
     QTest::newRow("unknown token") << "/favorites/v1/" << QByteArray("[]") << QByteArray("Token 0123") << 401;
-    QTest::newRow("body over 8 MiB") << "/favorites/v1/" << QByteArray(9 * 1024 * 1024, ' ') << QByteArray("token")
-                                     << 413;
+    QTest::newRow("body over 8 MiB") << "/favorites/v1/" << QByteArray(9 * 1024 * 1024, ' ')
+                                     << QByteArray("token") << 413;
 }
 
 void ServerProtocolTest::malformedRequestsAreRefused()
@@ -263,9 +280,11 @@ void ServerProtocolTest::malformedRequestsAreRefused()
     const Answer answer = request("POST", path, body, authorization);
     QCOMPARE(answer.status, status);
     // Every refusal says why, in the form of its side of the protocol.
-    QVERIFY(answer.object().contains(QStringLiteral("detail")) || answer.object().contains(QStringLiteral("code")));
+    QVERIFY(answer.object().contains(QStringLiteral("detail")) ||
+            answer.object().contains(QStringLiteral("code")));
     // And the server lives on.
-    QCOMPARE(request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":0})", basic(login)).code(), -1);
+    QCOMPARE(request("POST", QStringLiteral("/sync/v1/changes"), R"({"revision":0})", basic(login)).code(),
+             -1);
 }
 
 void ServerProtocolTest::badReferencesAnswer103WithTheirForms()
@@ -281,10 +300,12 @@ void ServerProtocolTest::badReferencesAnswer103WithTheirForms()
     QCOMPARE(write(login, "context", "create", context(child, parent)).code(), -1);
 
     const auto task = [](const QString& parent, const QString& context) {
-        return QJsonObject{{"ID", newId()}, {"NAME", "t"}, {"PARENT", parent}, {"CONTEXT", context}, {"TIMESTAMP", 1}};
+        return QJsonObject{
+            {"ID", newId()}, {"NAME", "t"}, {"PARENT", parent}, {"CONTEXT", context}, {"TIMESTAMP", 1}};
     };
     const auto projectIn = [](const QString& parent, const QString& context) {
-        return QJsonObject{{"ID", newId()}, {"NAME", "p"}, {"PARENT", parent}, {"CONTEXT", context}, {"TIMESTAMP", 1}};
+        return QJsonObject{
+            {"ID", newId()}, {"NAME", "p"}, {"PARENT", parent}, {"CONTEXT", context}, {"TIMESTAMP", 1}};
     };
     struct Case
     {
@@ -294,14 +315,33 @@ void ServerProtocolTest::badReferencesAnswer103WithTheirForms()
         QStringList pieces;
     };
     const QList<Case> cases = {
-        {"task on a deleted context", "task", task(project, deletedContext), {"Context(", "required for task", "was deleted"}},
-        {"task on an unknown context", "task", task(project, newId()), {"Context(", "required for task", "doesn't exist"}},
-        {"project on an unknown context", "project", projectIn(folder, newId()),
+        {"task on a deleted context",
+         "task",
+         task(project, deletedContext),
+         {"Context(", "required for task", "was deleted"}},
+        {"task on an unknown context",
+         "task",
+         task(project, newId()),
+         {"Context(", "required for task", "doesn't exist"}},
+        {"project on an unknown context",
+         "project",
+         projectIn(folder, newId()),
          {"Context(", "required for project", "doesn't exist"}},
-        {"project inside a project", "project", projectIn(project, QString()), {"Parent(", "isn't folder required for folder"}},
-        {"task in an unknown project", "task", task(newId(), QString()), {"Parent(", "required for object", "doesn't exist"}},
-        {"task in a folder", "task", task(folder, QString()), {"Parent(", "required for object", "doesn't exist"}},
-        {"context under its own child", "context", context(parent, child),
+        {"project inside a project",
+         "project",
+         projectIn(project, QString()),
+         {"Parent(", "isn't folder required for folder"}},
+        {"task in an unknown project",
+         "task",
+         task(newId(), QString()),
+         {"Parent(", "required for object", "doesn't exist"}},
+        {"task in a folder",
+         "task",
+         task(folder, QString()),
+         {"Parent(", "required for object", "doesn't exist"}},
+        {"context under its own child",
+         "context",
+         context(parent, child),
          {"Parent(", "required for object", "doesn't exist"}},
     };
     for (const Case& testCase : cases) {
@@ -333,7 +373,8 @@ void ServerProtocolTest::changesComeParentsFirstWhateverTheRevision()
     QCOMPARE(order.mid(1), (QStringList{chain.at(0), chain.at(2)}));
 
     // A client standing beyond the server's revision, as after a restore, gets everything.
-    QCOMPARE(request("POST", "/sync/v1/changes", R"({"revision":99})", basic(login)).result().size(), 1 + 16 + 3);
+    QCOMPARE(request("POST", "/sync/v1/changes", R"({"revision":99})", basic(login)).result().size(),
+             1 + 16 + 3);
 }
 
 void ServerProtocolTest::lastChangedDecidesWhatAChangeOverwrites_data()
@@ -343,9 +384,12 @@ void ServerProtocolTest::lastChangedDecidesWhatAChangeOverwrites_data()
     QTest::addColumn<bool>("olderDeleteRemoves");
     QTest::addColumn<bool>("olderSendAfterDeleteRestores");
 
-    QTest::newRow("favorites") << "favorites" << "/favorites/v1/delete/" << false << false;
-    QTest::newRow("sorted lists") << "sorting" << "/sorting/v1/list/delete/" << false << false;
-    QTest::newRow("reminders, by arrival") << "reminders" << "/reminders/v1/delete/" << true << true;
+    QTest::newRow("favorites") << "favorites"
+                               << "/favorites/v1/delete/" << false << false;
+    QTest::newRow("sorted lists") << "sorting"
+                                  << "/sorting/v1/list/delete/" << false << false;
+    QTest::newRow("reminders, by arrival") << "reminders"
+                                           << "/reminders/v1/delete/" << true << true;
 }
 
 void ServerProtocolTest::lastChangedDecidesWhatAChangeOverwrites()
@@ -356,7 +400,9 @@ void ServerProtocolTest::lastChangedDecidesWhatAChangeOverwrites()
     QFETCH(bool, olderSendAfterDeleteRestores);
     const QByteArray key = token(registerAccount());
     const QString path = QStringLiteral("/%1/v1/").arg(store);
-    const auto at = [&store](const char* time) { return QJsonArray{record(store, "list-1", QLatin1String(time))}; };
+    const auto at = [&store](const char* time) {
+        return QJsonArray{record(store, "list-1", QLatin1String(time))};
+    };
 
     QCOMPARE(request("POST", path, json(at("2026-05-01T10:00:00Z")), key).array().size(), 1);
     const Answer olderDelete = request("POST", deletePath, json(at("2026-05-01T09:00:00Z")), key);
@@ -400,16 +446,20 @@ void ServerProtocolTest::passwordResetMailsAWorkingLink()
         if (text.contains(login.toUtf8()))
             mail = QString::fromUtf8(QByteArray::fromBase64(text.mid(text.indexOf("\r\n\r\n") + 4)));
     }
-    const QRegularExpressionMatch link = QRegularExpression(QStringLiteral("/api(/account/\\S+)")).match(mail);
+    const QRegularExpressionMatch link =
+        QRegularExpression(QStringLiteral("/api(/account/\\S+)")).match(mail);
     QVERIFY2(link.hasMatch(), qPrintable(mail));
 
     const Answer page = request("GET", link.captured(1), QByteArray());
     QCOMPARE(page.status, 200);
-    const QString password = QRegularExpression(QStringLiteral("<code>(\\w+)</code>")).match(page.body).captured(1);
+    const QString password =
+        QRegularExpression(QStringLiteral("<code>(\\w+)</code>")).match(page.body).captured(1);
     QVERIFY(password.size() >= 12);
     const QString newSecret = QCryptographicHash::hash(password.toUtf8(), QCryptographicHash::Md5).toHex();
-    QCOMPARE(request("POST", "/account/v1/check", json(QJsonObject{{"login", login}, {"password", newSecret}})).code(),
-             -1);
+    QCOMPARE(
+        request("POST", "/account/v1/check", json(QJsonObject{{"login", login}, {"password", newSecret}}))
+            .code(),
+        -1);
     QCOMPARE(request("GET", link.captured(1), QByteArray()).status, 404);
     QCOMPARE(request("GET", "/favorites/v1/", QByteArray(), oldToken).status, 401);
 }

@@ -1,8 +1,8 @@
+#include "sync/basesyncmanager.h"
 #include "core/settings.h"
 #include "platform/apihandler.h"
 #include "platform/apioperation.h"
 #include "sync/authmanager.h"
-#include "sync/basesyncmanager.h"
 #include "testlib/serverprocess.h"
 #include "testlib/testenvironment.h"
 
@@ -46,14 +46,18 @@ protected:
     void performDeleteRequest() override
     {
         ++requests;
-        handleReply(createPostRequest(endpointUrl(QStringLiteral("/v1/delete/")), QJsonDocument(toRemove).toJson()),
-                    QStringLiteral("Favorites"), [this](const QByteArray&) {
-                        toRemove = QJsonArray();
-                        handleSync();
-                    });
+        handleReply(
+            createPostRequest(endpointUrl(QStringLiteral("/v1/delete/")), QJsonDocument(toRemove).toJson()),
+            QStringLiteral("Favorites"), [this](const QByteArray&) {
+                toRemove = QJsonArray();
+                handleSync();
+            });
     }
 
-    void performGetRequest() override { send(createGetRequest(endpointUrl(QStringLiteral("/v1/"))), nullptr); }
+    void performGetRequest() override
+    {
+        send(createGetRequest(endpointUrl(QStringLiteral("/v1/"))), nullptr);
+    }
 
     void handleServerObjects(const QJsonArray& objects) override { received = objects; }
 
@@ -152,7 +156,8 @@ void BaseSyncManagerTest::favoritesRoundTripWithAFreshToken()
     // The delete, then a get for the state: the answer to a delete is not read.
     QCOMPARE(probe.requests, 3);
     QCOMPARE(probe.received.size(), 1);
-    QCOMPARE(probe.received.at(0).toObject().value(QStringLiteral("object_id")).toString(), QStringLiteral("task-2"));
+    QCOMPARE(probe.received.at(0).toObject().value(QStringLiteral("object_id")).toString(),
+             QStringLiteral("task-2"));
 }
 
 void BaseSyncManagerTest::failedTokenRequestEndsTheRun()

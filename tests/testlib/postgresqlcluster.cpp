@@ -41,8 +41,9 @@ PostgresqlCluster::~PostgresqlCluster()
 
 QString PostgresqlCluster::binDirectory()
 {
-    const QStringList versions = QDir(QStringLiteral("/usr/lib/postgresql"))
-                                     .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
+    const QStringList versions =
+        QDir(QStringLiteral("/usr/lib/postgresql"))
+            .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
     for (const QString& version : versions) {
         const QString bin = QStringLiteral("/usr/lib/postgresql/%1/bin").arg(version);
         if (QFile::exists(bin + QStringLiteral("/initdb")) && QFile::exists(bin + QStringLiteral("/pg_ctl")))
@@ -57,12 +58,16 @@ bool PostgresqlCluster::run(const QString& program, const QStringList& arguments
     command += arguments;
     QProcess process;
     if (runsAsRoot())
-        process.start(QStringLiteral("runuser"), QStringList{QStringLiteral("-u"), QLatin1String(unprivilegedUser),
-                                                             QStringLiteral("--")} + command);
+        process.start(
+            QStringLiteral("runuser"),
+            QStringList{QStringLiteral("-u"), QLatin1String(unprivilegedUser), QStringLiteral("--")} +
+                command);
     else
         process.start(command.takeFirst(), command);
-    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        *error = program + QStringLiteral(" failed: ") + QString::fromLocal8Bit(process.readAllStandardError()) +
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit ||
+        process.exitCode() != 0) {
+        *error = program + QStringLiteral(" failed: ") +
+                 QString::fromLocal8Bit(process.readAllStandardError()) +
                  QString::fromLocal8Bit(process.readAllStandardOutput());
         return false;
     }
@@ -73,16 +78,18 @@ bool PostgresqlCluster::start(QString* error)
 {
     if (runsAsRoot()) {
         const passwd* user = getpwnam(unprivilegedUser);
-        if (!user || chown(QFile::encodeName(m_directory.path()).constData(), user->pw_uid, user->pw_gid) != 0) {
-            *error = QStringLiteral("Cannot hand the cluster directory to %1").arg(QLatin1String(unprivilegedUser));
+        if (!user ||
+            chown(QFile::encodeName(m_directory.path()).constData(), user->pw_uid, user->pw_gid) != 0) {
+            *error = QStringLiteral("Cannot hand the cluster directory to %1")
+                         .arg(QLatin1String(unprivilegedUser));
             return false;
         }
     }
     const QString data = m_directory.filePath(QStringLiteral("data"));
     if (!run(QStringLiteral("initdb"),
-             {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("norvel"), QStringLiteral("-A"),
-              QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"), QStringLiteral("--no-locale"),
-              QStringLiteral("--no-sync")},
+             {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("norvel"),
+              QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
+              QStringLiteral("--no-locale"), QStringLiteral("--no-sync")},
              error))
         return false;
     m_port = freeLoopbackPort();
@@ -91,7 +98,8 @@ bool PostgresqlCluster::start(QString* error)
                                 .arg(m_directory.path());
     m_running = run(QStringLiteral("pg_ctl"),
                     {QStringLiteral("-D"), data, QStringLiteral("-o"), options, QStringLiteral("-l"),
-                     m_directory.filePath(QStringLiteral("server.log")), QStringLiteral("-w"), QStringLiteral("start")},
+                     m_directory.filePath(QStringLiteral("server.log")), QStringLiteral("-w"),
+                     QStringLiteral("start")},
                     error);
     return m_running;
 }

@@ -1,7 +1,7 @@
 #include "serverprocess.h"
 
-#include <QDebug>
 #include <QDeadlineTimer>
+#include <QDebug>
 
 ServerProcess::ServerProcess() = default;
 
@@ -12,8 +12,9 @@ ServerProcess::~ServerProcess()
 
 bool ServerProcess::start(const QString& databaseAddress, const QStringList& extraArguments)
 {
-    QStringList arguments{QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--data-dir"),
-                          m_dataDirectory.path(), QStringLiteral("--log-level"), QStringLiteral("warning")};
+    QStringList arguments{QStringLiteral("--port"),      QStringLiteral("0"),
+                          QStringLiteral("--data-dir"),  m_dataDirectory.path(),
+                          QStringLiteral("--log-level"), QStringLiteral("warning")};
     if (!databaseAddress.isEmpty())
         arguments << QStringLiteral("--database") << databaseAddress;
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
