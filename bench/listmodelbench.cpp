@@ -3,11 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QRandomGenerator>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -102,20 +99,3 @@ BENCHMARK(updateWithoutSortModel)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(bench
 BENCHMARK(updateWithNothingChanged)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
 BENCHMARK(updateWithOneRowRenamed)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
 BENCHMARK(updateWithOnePercentCompleted)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char** argv)
-{
-    // The models read settings; keep them away from the real home directory.
-    QTemporaryDir home;
-    qputenv("HOME", home.path().toUtf8());
-    qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/.local/share")).toUtf8());
-    qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/.config")).toUtf8());
-    QStandardPaths::setTestModeEnabled(true);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    QCoreApplication app(argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

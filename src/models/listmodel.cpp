@@ -77,8 +77,10 @@ void ListModel::update()
 {
     prepareUpdate();
     const QList<QVariantMap> fresh = d->dataFunction();
-    removeVanishedAndRestatedRows(fresh);
-    mergeFreshRecords(fresh);
+    if (!refreshRowsInPlace(fresh) && !mergeUniqueRecords(fresh)) {
+        removeVanishedAndRestatedRows(fresh);
+        mergeFreshRecords(fresh);
+    }
 
     emit dataChanged(index(0), index(d->rows.size() - 1));
     emit updated();
@@ -103,6 +105,71 @@ void ListModel::prepareUpdate() {}
 const QVariantMap& ListModel::rowAt(int row) const
 {
     return d->rows.at(row);
+}
+
+// The common refresh: the answer holds the rows' ids in the rows' order and no state changed. The
+// diff below would then only replace maps in place, which this does without building its hashes.
+bool ListModel::refreshRowsInPlace(const QList<QVariantMap>& fresh)
+{
+    if (fresh.size() != d->rows.size())
+        return false;
+    for (int row = 0; row < fresh.size(); ++row) {
+        const QVariantMap& current = d->rows.at(row);
+        const QVariantMap& record = fresh.at(row);
+        if (!current.isSharedWith(record) &&
+            (idOf(current) != idOf(record) || stateOf(current) != stateOf(record)))
+            return false;
+    }
+    for (int row = 0; row < fresh.size(); ++row) {
+        if (!d->rows.at(row).isSharedWith(fresh.at(row)))
+            d->rows[row] = fresh.at(row);
+    }
+    return true;
+}
+
+// The diff below for an answer without repeated ids, with one hash instead of two: each row learns
+// the position of its record in the answer, and the answer then needs no lookup of its own.
+bool ListModel::mergeUniqueRecords(const QList<QVariantMap>& fresh)
+{
+    QHash<QString, int> positionById;
+    positionById.reserve(fresh.size());
+    for (int position = 0; position < fresh.size(); ++position)
+        positionById.insert(idOf(fresh.at(position)), position);
+    if (positionById.size() != fresh.size())
+        return false;
+
+    QVector<int> positionOfRow;
+    positionOfRow.reserve(d->rows.size());
+    for (const QVariantMap& current : qAsConst(d->rows)) {
+        const int position = positionById.value(idOf(current), -1);
+        const bool restated = position >= 0 && stateOf(fresh.at(position)) != stateOf(current);
+        positionOfRow.append(restated ? -1 : position);
+    }
+    for (int row = d->rows.size() - 1; row >= 0; --row) {
+        if (positionOfRow.at(row) >= 0)
+            continue;
+        beginRemoveRows(QModelIndex(), row, row);
+        d->rows.removeAt(row);
+        positionOfRow.remove(row);
+        endRemoveRows();
+    }
+
+    QVector<int> rowOfPosition(fresh.size(), -1);
+    for (int row = 0; row < positionOfRow.size(); ++row)
+        rowOfPosition[positionOfRow.at(row)] = row;
+    for (int position = 0; position < fresh.size(); ++position) {
+        const QVariantMap& record = fresh.at(position);
+        const int row = rowOfPosition.at(position);
+        if (row < 0) {
+            const int newRow = d->rows.size();
+            beginInsertRows(QModelIndex(), newRow, newRow);
+            d->rows.append(record);
+            endInsertRows();
+        } else if (!d->rows.at(row).isSharedWith(record)) {
+            d->rows[row] = record;
+        }
+    }
+    return true;
 }
 
 // A record whose state changed leaves its row here and comes back at the end, which is what lets a

@@ -47,6 +47,8 @@ protected:
     const std::unique_ptr<ListModelPrivate> d;
 
 private:
+    bool refreshRowsInPlace(const QList<QVariantMap>& fresh);
+    bool mergeUniqueRecords(const QList<QVariantMap>& fresh);
     void removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh);
     void mergeFreshRecords(const QList<QVariantMap>& fresh);
 };
