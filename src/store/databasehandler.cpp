@@ -145,8 +145,11 @@ bool DatabaseHandler::openDatabase(const QString& filePath)
     createCalendarInfoTable();
     createTaskStateIndex();
     createUniqueIndexForProjectsAndContexts();
-    createTaskListIndexes();
-    updateQueryStatistics();
+    // Only for speed; without a connection they would only add failures to the log.
+    if (connected) {
+        createTaskListIndexes();
+        updateQueryStatistics();
+    }
     return connected;
 }
 
