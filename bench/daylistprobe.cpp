@@ -12,18 +12,23 @@
 #include <QFileInfo>
 #include <QProcess>
 
-#include <sys/resource.h>
-
 #include <cstdio>
 
 namespace {
 const char* const peakLabel = "peak_kib ";
 
+// The high-water mark of this process's own memory. getrusage's ru_maxrss would not do: a process
+// started from a large one inherits that one's peak at its start.
 long peakResidentKib()
 {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0).toLong();
+    }
+    return -1;
 }
 } // namespace
 
@@ -55,8 +60,9 @@ int DayListProbe::runInThisProcess()
     sortModel.setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
     sortModel.setModelType(SortingNamespace::ListTypeDailyPlan, today.toString(QStringLiteral("ddMMyyyy")));
     sortModel.setSourceModel(&list);
-    if (sortModel.rowCount() == 0)
+    const long peakKib = peakResidentKib();
+    if (sortModel.rowCount() == 0 || peakKib < 0)
         return 1;
-    std::printf("%s%ld\n", peakLabel, peakResidentKib());
+    std::printf("%s%ld\n", peakLabel, peakKib);
     return 0;
 }

@@ -326,9 +326,7 @@ QList<DataObject> DatabaseHandler::selectObjects(const QString& statement, const
         return {};
     }
     RecordReader reader(query.record());
-    QList<DataObject> objects;
-    while (query.next())
-        objects.append(reader.read(query, d->knownObjects));
+    const QList<DataObject> objects = reader.readAll(query, d->knownObjects);
     d->forgetUnheldObjects();
     return objects;
 }

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QVector>
 
+struct sqlite3_stmt;
+
 // Turns the rows of one query into object maps, as DataObjectConverter::fromRecord describes. The
 // keys, their order and the date columns are worked out once from the query's fields, so a row costs
 // its values only, and all maps share the same key strings.
@@ -24,8 +26,8 @@ public:
     // The row the query stands on.
     DataObject read(const QSqlQuery& query) const;
     DataObject read(const QSqlRecord& record) const;
-    // The same, reusing and updating the given maps.
-    DataObject read(const QSqlQuery& query, ObjectsById& known);
+    // Every row of a query that has just run, reusing and updating the given maps.
+    QList<DataObject> readAll(QSqlQuery& query, ObjectsById& known);
 
 private:
     struct Column
@@ -36,13 +38,11 @@ private:
     };
 
     template <typename Row> DataObject readRow(const Row& row) const;
-    bool holdsRow(const DataObject& object) const;
-    static bool holdsValue(const QVariant& stored, const QVariant& read, bool isDate);
+    DataObject readKnown(sqlite3_stmt* statement, ObjectsById& known) const;
+    bool holdsRow(const DataObject& object, sqlite3_stmt* statement) const;
 
     // In key order, which lets every insertion go to the end of the map; a name that occurs twice
     // keeps its last column, as inserting field after field would.
     QVector<Column> m_columns;
     int m_idColumn = -1;
-    // The values of the row being read, in column order.
-    QVector<QVariant> m_values;
 };
