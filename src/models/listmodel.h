@@ -36,6 +36,9 @@ signals:
     void updated();
 
 protected:
+    // Reads the rows directly when it follows their changes.
+    friend class SortModel;
+
     ListModel(std::unique_ptr<ListModelPrivate> data, QObject* parent);
 
     // Runs first thing in every update().

@@ -9,6 +9,8 @@
 
 #include <QVector>
 
+#include <algorithm>
+
 using SortingNamespace::ListType;
 using SortingNamespace::OrderHash;
 using SortingNamespace::SortingType;
@@ -272,9 +274,14 @@ void SortModel::checkHasActiveObjects()
     if (!source)
         return;
     int count = 0;
-    for (int row = 0; row < source->rowCount(); ++row) {
-        if (stateOf(recordAt(source->index(row, 0))) == 0)
-            ++count;
+    if (d->keys.size() == source->rowCount()) {
+        count = int(std::count_if(d->keys.cbegin(), d->keys.cend(),
+                                  [](const SortKey& key) { return key.state() == 0; }));
+    } else {
+        for (int row = 0; row < source->rowCount(); ++row) {
+            if (stateOf(recordAt(source->index(row, 0))) == 0)
+                ++count;
+        }
     }
     setActiveObjectCount(count);
 }
@@ -420,9 +427,10 @@ void SortModel::handleSourceDataChanged(const QModelIndex& topLeft, const QModel
         passDataChange(topLeft, bottomRight, roles);
         return;
     }
+    const ListModel* list = listModel();
     int runStart = -1;
     for (int row = topLeft.row(); row <= bottomRight.row() + 1; ++row) {
-        const bool changed = row <= bottomRight.row() && refreshKey(row);
+        const bool changed = row <= bottomRight.row() && refreshKey(list, row);
         if (changed && runStart < 0)
             runStart = row;
         if (!changed && runStart >= 0) {
@@ -448,11 +456,16 @@ QModelIndex SortModel::sourceIndex(int row, int column) const
 }
 
 // Takes the row's record afresh; true when it differs from the one the key was made from.
-bool SortModel::refreshKey(int row)
+bool SortModel::refreshKey(const ListModel* list, int row)
 {
     if (row >= d->keys.size())
         return true;
-    const QVariantMap record = recordAt(sourceIndex(row, 0));
+    // The list's own map is read in place: a copy would touch every row's shared data.
+    return list ? refreshKey(row, list->rowAt(row)) : refreshKey(row, recordAt(sourceIndex(row, 0)));
+}
+
+bool SortModel::refreshKey(int row, const QVariantMap& record)
+{
     const QVariantMap& known = d->keys.at(row).record();
     if (record.isSharedWith(known) || record == known)
         return false;

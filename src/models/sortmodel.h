@@ -94,7 +94,8 @@ private:
     int manualPositionOfSourceRow(int row) const;
     void refreshManualPositions();
     void rebuildKeys();
-    bool refreshKey(int row);
+    bool refreshKey(const ListModel* list, int row);
+    bool refreshKey(int row, const QVariantMap& record);
     void connectKeyUpkeep(QAbstractItemModel* source);
     void takeOverDataChanges(QAbstractItemModel* source);
     void handleSourceDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
