@@ -1,7 +1,9 @@
 #include "listmodel.h"
 
+#include <QSet>
 #include <QVector>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -77,7 +79,7 @@ void ListModel::update()
 {
     prepareUpdate();
     const QList<QVariantMap> fresh = d->dataFunction();
-    if (!refreshRowsInPlace(fresh) && !mergeUniqueRecords(fresh)) {
+    if (!refreshRowsInPlace(fresh) && !mergeByIdentity(fresh) && !mergeUniqueRecords(fresh)) {
         removeVanishedAndRestatedRows(fresh);
         mergeFreshRecords(fresh);
     }
@@ -97,6 +99,24 @@ void ListModel::clear()
         return;
     beginRemoveRows(QModelIndex(), 0, d->rows.size() - 1);
     d->rows.clear();
+    d->rowIds.clear();
+    endRemoveRows();
+}
+
+void ListModel::appendRow(const QVariantMap& record)
+{
+    const int newRow = d->rows.size();
+    beginInsertRows(QModelIndex(), newRow, newRow);
+    d->rows.append(record);
+    d->rowIds.insert(idOf(record));
+    endInsertRows();
+}
+
+void ListModel::removeRowAt(int row)
+{
+    beginRemoveRows(QModelIndex(), row, row);
+    d->rowIds.remove(idOf(d->rows.at(row)));
+    d->rows.removeAt(row);
     endRemoveRows();
 }
 
@@ -127,6 +147,87 @@ bool ListModel::refreshRowsInPlace(const QList<QVariantMap>& fresh)
     return true;
 }
 
+// A refresh after a few changes, when the store handed back the same maps for the unchanged objects:
+// walking rows and answer side by side pairs most rows by the identity of their maps, skipping over
+// a changed, new or moved record here and there. Only those few are matched by id. Gives up, leaving
+// the work to the diffs below, when the two lists differ in more than a few places or an id repeats.
+bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
+{
+    const int maximumUnpaired = 32;
+    QVector<int> unpairedRows;
+    QVector<int> unpairedPositions;
+    // Rows paired with a new map of the same object, such as a repeating task's occurrence.
+    QVector<QPair<int, int>> renewedRows;
+    int row = 0;
+    int position = 0;
+    while (row < d->rows.size() && position < fresh.size()) {
+        const QVariantMap& current = d->rows.at(row);
+        const QVariantMap& record = fresh.at(position);
+        if (current.isSharedWith(record)) {
+            ++row;
+            ++position;
+        } else if (idOf(current) == idOf(record) && stateOf(current) == stateOf(record)) {
+            renewedRows.append({row++, position++});
+        } else if (position + 1 < fresh.size() && d->rows.at(row).isSharedWith(fresh.at(position + 1))) {
+            unpairedPositions.append(position++);
+        } else if (row + 1 < d->rows.size() && d->rows.at(row + 1).isSharedWith(fresh.at(position))) {
+            unpairedRows.append(row++);
+        } else {
+            unpairedRows.append(row++);
+            unpairedPositions.append(position++);
+        }
+        if (unpairedRows.size() > maximumUnpaired || unpairedPositions.size() > maximumUnpaired)
+            return false;
+    }
+    for (; row < d->rows.size(); ++row)
+        unpairedRows.append(row);
+    for (; position < fresh.size(); ++position)
+        unpairedPositions.append(position);
+    if (unpairedRows.size() > maximumUnpaired || unpairedPositions.size() > maximumUnpaired)
+        return false;
+
+    QHash<QString, int> unpairedRowById;
+    for (int unpairedRow : qAsConst(unpairedRows))
+        unpairedRowById.insert(idOf(d->rows.at(unpairedRow)), unpairedRow);
+    // Where each unpaired record goes: a row it refreshes, or -1 for a new row at the end.
+    QVector<int> rowOfPosition;
+    QSet<QString> unpairedIds;
+    for (int unpairedPosition : qAsConst(unpairedPositions)) {
+        const QVariantMap& record = fresh.at(unpairedPosition);
+        const QString id = idOf(record);
+        const int knownRow = unpairedRowById.value(id, -1);
+        // An id of a paired row, or one seen twice here, repeats in the answer.
+        if (unpairedIds.contains(id) || (knownRow < 0 && d->rowIds.contains(id)))
+            return false;
+        unpairedIds.insert(id);
+        const bool restated = knownRow >= 0 && stateOf(d->rows.at(knownRow)) != stateOf(record);
+        rowOfPosition.append(restated ? -1 : knownRow);
+    }
+
+    for (const auto& renewed : qAsConst(renewedRows))
+        d->rows[renewed.first] = fresh.at(renewed.second);
+    QVector<int> keptRows = rowOfPosition;
+    for (auto unpairedRow = unpairedRows.crbegin(); unpairedRow != unpairedRows.crend(); ++unpairedRow) {
+        if (!keptRows.contains(*unpairedRow))
+            removeRowAt(*unpairedRow);
+    }
+    for (int index = 0; index < unpairedPositions.size(); ++index) {
+        const QVariantMap& record = fresh.at(unpairedPositions.at(index));
+        const int knownRow = rowOfPosition.at(index);
+        if (knownRow < 0) {
+            appendRow(record);
+            continue;
+        }
+        // Rows below a removed one moved up.
+        const int removedAbove =
+            int(std::count_if(unpairedRows.cbegin(), unpairedRows.cend(), [&](int removed) {
+                return removed < knownRow && !keptRows.contains(removed);
+            }));
+        d->rows[knownRow - removedAbove] = record;
+    }
+    return true;
+}
+
 // The diff below for an answer without repeated ids, with one hash instead of two: each row learns
 // the position of its record in the answer, and the answer then needs no lookup of its own.
 bool ListModel::mergeUniqueRecords(const QList<QVariantMap>& fresh)
@@ -148,10 +249,8 @@ bool ListModel::mergeUniqueRecords(const QList<QVariantMap>& fresh)
     for (int row = d->rows.size() - 1; row >= 0; --row) {
         if (positionOfRow.at(row) >= 0)
             continue;
-        beginRemoveRows(QModelIndex(), row, row);
-        d->rows.removeAt(row);
         positionOfRow.remove(row);
-        endRemoveRows();
+        removeRowAt(row);
     }
 
     QVector<int> rowOfPosition(fresh.size(), -1);
@@ -161,10 +260,7 @@ bool ListModel::mergeUniqueRecords(const QList<QVariantMap>& fresh)
         const QVariantMap& record = fresh.at(position);
         const int row = rowOfPosition.at(position);
         if (row < 0) {
-            const int newRow = d->rows.size();
-            beginInsertRows(QModelIndex(), newRow, newRow);
-            d->rows.append(record);
-            endInsertRows();
+            appendRow(record);
         } else if (!d->rows.at(row).isSharedWith(record)) {
             d->rows[row] = record;
         }
@@ -188,11 +284,8 @@ void ListModel::removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh)
         if (freshState == freshStateById.constEnd() || *freshState != stateOf(current))
             rowsToRemove.append(row);
     }
-    for (auto row = rowsToRemove.crbegin(); row != rowsToRemove.crend(); ++row) {
-        beginRemoveRows(QModelIndex(), *row, *row);
-        d->rows.removeAt(*row);
-        endRemoveRows();
-    }
+    for (auto row = rowsToRemove.crbegin(); row != rowsToRemove.crend(); ++row)
+        removeRowAt(*row);
 }
 
 // Known records are refreshed in place without a signal of their own; the dataChanged over all rows
@@ -208,11 +301,8 @@ void ListModel::mergeFreshRecords(const QList<QVariantMap>& fresh)
     for (const QVariantMap& record : fresh) {
         const auto knownRow = rowById.constFind(idOf(record));
         if (knownRow == rowById.constEnd()) {
-            const int newRow = d->rows.size();
-            beginInsertRows(QModelIndex(), newRow, newRow);
-            d->rows.append(record);
-            endInsertRows();
-            rowById.insert(idOf(record), newRow);
+            rowById.insert(idOf(record), d->rows.size());
+            appendRow(record);
         } else if (!d->rows.at(*knownRow).isSharedWith(record)) {
             d->rows[*knownRow] = record;
         }

@@ -51,6 +51,9 @@ protected:
 
 private:
     bool refreshRowsInPlace(const QList<QVariantMap>& fresh);
+    bool mergeByIdentity(const QList<QVariantMap>& fresh);
+    void appendRow(const QVariantMap& record);
+    void removeRowAt(int row);
     bool mergeUniqueRecords(const QList<QVariantMap>& fresh);
     void removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh);
     void mergeFreshRecords(const QList<QVariantMap>& fresh);

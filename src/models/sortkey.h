@@ -35,3 +35,6 @@ private:
     bool m_hasDue = false;
     bool m_hasStart = false;
 };
+
+// Keys live in a vector with one entry per row; moving them is moving their bytes.
+Q_DECLARE_TYPEINFO(SortKey, Q_MOVABLE_TYPE);
