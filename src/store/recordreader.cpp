@@ -128,11 +128,6 @@ RecordReader::RecordReader(const QSqlRecord& fields)
     }
 }
 
-DataObject RecordReader::read(const QSqlQuery& query) const
-{
-    return readRow(query);
-}
-
 DataObject RecordReader::read(const QSqlRecord& record) const
 {
     return readRow(record);

@@ -23,10 +23,9 @@ public:
 
     explicit RecordReader(const QSqlRecord& fields);
 
-    // The row the query stands on.
-    DataObject read(const QSqlQuery& query) const;
     DataObject read(const QSqlRecord& record) const;
-    // Every row of a query that has just run, reusing and updating the given maps.
+    // Every row of a query that has just run, reusing and updating the given maps. Rows of a query
+    // without an ID column are read as new maps.
     QList<DataObject> readAll(QSqlQuery& query, ObjectsById& known);
 
 private:
