@@ -1,3 +1,7 @@
+#include "daylistprobe.h"
+
+#include "utilities/helper.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QGuiApplication>
@@ -13,13 +17,19 @@ int main(int argc, char** argv)
     qputenv("XDG_DATA_HOME", (home.path() + QStringLiteral("/.local/share")).toUtf8());
     qputenv("XDG_CONFIG_HOME", (home.path() + QStringLiteral("/.config")).toUtf8());
     QStandardPaths::setTestModeEnabled(true);
-    // The application's helpers follow the clipboard, which needs a GUI application, not a screen.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The store's helper object reads the clipboard, so the program needs a GUI application, not a screen.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsSet(DayListProbe::databaseVariable)) {
+        QGuiApplication app(argc, argv);
+        Helper::instance();
+        return DayListProbe::runInThisProcess();
+    }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
     QGuiApplication app(argc, argv);
+    // Made on this thread before the database thread asks for it, as at start-up.
+    Helper::instance();
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 build_packages=(
-    cmake make g++ sqlite3 pkg-config
+    cmake make g++ sqlite3 libsqlite3-dev pkg-config
     qtbase5-dev qtbase5-dev-tools qtdeclarative5-dev qtquickcontrols2-5-dev qttools5-dev qttools5-dev-tools
     libqt5sql5-sqlite libqt5sql5-psql libqt5networkauth5-dev libqt5svg5-dev
     libcpp-httplib-dev libsodium-dev libcurl4-openssl-dev

@@ -1,7 +1,9 @@
 #include "listmodel.h"
 
+#include <QSet>
 #include <QVector>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -77,8 +79,10 @@ void ListModel::update()
 {
     prepareUpdate();
     const QList<QVariantMap> fresh = d->dataFunction();
-    removeVanishedAndRestatedRows(fresh);
-    mergeFreshRecords(fresh);
+    if (!refreshRowsInPlace(fresh) && !mergeByIdentity(fresh) && !mergeUniqueRecords(fresh)) {
+        removeVanishedAndRestatedRows(fresh);
+        mergeFreshRecords(fresh);
+    }
 
     emit dataChanged(index(0), index(d->rows.size() - 1));
     emit updated();
@@ -95,6 +99,24 @@ void ListModel::clear()
         return;
     beginRemoveRows(QModelIndex(), 0, d->rows.size() - 1);
     d->rows.clear();
+    d->rowIds.clear();
+    endRemoveRows();
+}
+
+void ListModel::appendRow(const QVariantMap& record)
+{
+    const int newRow = d->rows.size();
+    beginInsertRows(QModelIndex(), newRow, newRow);
+    d->rows.append(record);
+    d->rowIds.insert(idOf(record));
+    endInsertRows();
+}
+
+void ListModel::removeRowAt(int row)
+{
+    beginRemoveRows(QModelIndex(), row, row);
+    d->rowIds.remove(idOf(d->rows.at(row)));
+    d->rows.removeAt(row);
     endRemoveRows();
 }
 
@@ -103,6 +125,147 @@ void ListModel::prepareUpdate() {}
 const QVariantMap& ListModel::rowAt(int row) const
 {
     return d->rows.at(row);
+}
+
+// The common refresh: the answer holds the rows' ids in the rows' order and no state changed. The
+// diff below would then only replace maps in place, which this does without building its hashes.
+bool ListModel::refreshRowsInPlace(const QList<QVariantMap>& fresh)
+{
+    if (fresh.size() != d->rows.size())
+        return false;
+    for (int row = 0; row < fresh.size(); ++row) {
+        const QVariantMap& current = d->rows.at(row);
+        const QVariantMap& record = fresh.at(row);
+        if (!current.isSharedWith(record) &&
+            (idOf(current) != idOf(record) || stateOf(current) != stateOf(record)))
+            return false;
+    }
+    for (int row = 0; row < fresh.size(); ++row) {
+        if (!d->rows.at(row).isSharedWith(fresh.at(row)))
+            d->rows[row] = fresh.at(row);
+    }
+    return true;
+}
+
+// A refresh after a few changes, when the store handed back the same maps for the unchanged objects:
+// walking rows and answer side by side pairs most rows by the identity of their maps, skipping over
+// a changed, new or moved record here and there. Only those few are matched by id. Gives up, leaving
+// the work to the diffs below, when the two lists differ in more than a few places or an id repeats.
+bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
+{
+    const int maximumUnpaired = 32;
+    QVector<int> unpairedRows;
+    QVector<int> unpairedPositions;
+    // Rows paired with a new map of the same object, such as a repeating task's occurrence.
+    QVector<QPair<int, int>> renewedRows;
+    int row = 0;
+    int position = 0;
+    while (row < d->rows.size() && position < fresh.size()) {
+        const QVariantMap& current = d->rows.at(row);
+        const QVariantMap& record = fresh.at(position);
+        if (current.isSharedWith(record)) {
+            ++row;
+            ++position;
+        } else if (idOf(current) == idOf(record) && stateOf(current) == stateOf(record)) {
+            renewedRows.append({row++, position++});
+        } else if (position + 1 < fresh.size() && d->rows.at(row).isSharedWith(fresh.at(position + 1))) {
+            unpairedPositions.append(position++);
+        } else if (row + 1 < d->rows.size() && d->rows.at(row + 1).isSharedWith(fresh.at(position))) {
+            unpairedRows.append(row++);
+        } else {
+            unpairedRows.append(row++);
+            unpairedPositions.append(position++);
+        }
+        if (unpairedRows.size() > maximumUnpaired || unpairedPositions.size() > maximumUnpaired)
+            return false;
+    }
+    for (; row < d->rows.size(); ++row)
+        unpairedRows.append(row);
+    for (; position < fresh.size(); ++position)
+        unpairedPositions.append(position);
+    if (unpairedRows.size() > maximumUnpaired || unpairedPositions.size() > maximumUnpaired)
+        return false;
+
+    QHash<QString, int> unpairedRowById;
+    for (int unpairedRow : qAsConst(unpairedRows))
+        unpairedRowById.insert(idOf(d->rows.at(unpairedRow)), unpairedRow);
+    // Where each unpaired record goes: a row it refreshes, or -1 for a new row at the end.
+    QVector<int> rowOfPosition;
+    QSet<QString> unpairedIds;
+    for (int unpairedPosition : qAsConst(unpairedPositions)) {
+        const QVariantMap& record = fresh.at(unpairedPosition);
+        const QString id = idOf(record);
+        const int knownRow = unpairedRowById.value(id, -1);
+        // An id of a paired row, or one seen twice here, repeats in the answer.
+        if (unpairedIds.contains(id) || (knownRow < 0 && d->rowIds.contains(id)))
+            return false;
+        unpairedIds.insert(id);
+        const bool restated = knownRow >= 0 && stateOf(d->rows.at(knownRow)) != stateOf(record);
+        rowOfPosition.append(restated ? -1 : knownRow);
+    }
+
+    for (const auto& renewed : qAsConst(renewedRows))
+        d->rows[renewed.first] = fresh.at(renewed.second);
+    QVector<int> keptRows = rowOfPosition;
+    for (auto unpairedRow = unpairedRows.crbegin(); unpairedRow != unpairedRows.crend(); ++unpairedRow) {
+        if (!keptRows.contains(*unpairedRow))
+            removeRowAt(*unpairedRow);
+    }
+    for (int index = 0; index < unpairedPositions.size(); ++index) {
+        const QVariantMap& record = fresh.at(unpairedPositions.at(index));
+        const int knownRow = rowOfPosition.at(index);
+        if (knownRow < 0) {
+            appendRow(record);
+            continue;
+        }
+        // Rows below a removed one moved up.
+        const int removedAbove =
+            int(std::count_if(unpairedRows.cbegin(), unpairedRows.cend(), [&](int removed) {
+                return removed < knownRow && !keptRows.contains(removed);
+            }));
+        d->rows[knownRow - removedAbove] = record;
+    }
+    return true;
+}
+
+// The diff below for an answer without repeated ids, with one hash instead of two: each row learns
+// the position of its record in the answer, and the answer then needs no lookup of its own.
+bool ListModel::mergeUniqueRecords(const QList<QVariantMap>& fresh)
+{
+    QHash<QString, int> positionById;
+    positionById.reserve(fresh.size());
+    for (int position = 0; position < fresh.size(); ++position)
+        positionById.insert(idOf(fresh.at(position)), position);
+    if (positionById.size() != fresh.size())
+        return false;
+
+    QVector<int> positionOfRow;
+    positionOfRow.reserve(d->rows.size());
+    for (const QVariantMap& current : qAsConst(d->rows)) {
+        const int position = positionById.value(idOf(current), -1);
+        const bool restated = position >= 0 && stateOf(fresh.at(position)) != stateOf(current);
+        positionOfRow.append(restated ? -1 : position);
+    }
+    for (int row = d->rows.size() - 1; row >= 0; --row) {
+        if (positionOfRow.at(row) >= 0)
+            continue;
+        positionOfRow.remove(row);
+        removeRowAt(row);
+    }
+
+    QVector<int> rowOfPosition(fresh.size(), -1);
+    for (int row = 0; row < positionOfRow.size(); ++row)
+        rowOfPosition[positionOfRow.at(row)] = row;
+    for (int position = 0; position < fresh.size(); ++position) {
+        const QVariantMap& record = fresh.at(position);
+        const int row = rowOfPosition.at(position);
+        if (row < 0) {
+            appendRow(record);
+        } else if (!d->rows.at(row).isSharedWith(record)) {
+            d->rows[row] = record;
+        }
+    }
+    return true;
 }
 
 // A record whose state changed leaves its row here and comes back at the end, which is what lets a
@@ -121,11 +284,8 @@ void ListModel::removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh)
         if (freshState == freshStateById.constEnd() || *freshState != stateOf(current))
             rowsToRemove.append(row);
     }
-    for (auto row = rowsToRemove.crbegin(); row != rowsToRemove.crend(); ++row) {
-        beginRemoveRows(QModelIndex(), *row, *row);
-        d->rows.removeAt(*row);
-        endRemoveRows();
-    }
+    for (auto row = rowsToRemove.crbegin(); row != rowsToRemove.crend(); ++row)
+        removeRowAt(*row);
 }
 
 // Known records are refreshed in place without a signal of their own; the dataChanged over all rows
@@ -141,11 +301,8 @@ void ListModel::mergeFreshRecords(const QList<QVariantMap>& fresh)
     for (const QVariantMap& record : fresh) {
         const auto knownRow = rowById.constFind(idOf(record));
         if (knownRow == rowById.constEnd()) {
-            const int newRow = d->rows.size();
-            beginInsertRows(QModelIndex(), newRow, newRow);
-            d->rows.append(record);
-            endInsertRows();
-            rowById.insert(idOf(record), newRow);
+            rowById.insert(idOf(record), d->rows.size());
+            appendRow(record);
         } else if (!d->rows.at(*knownRow).isSharedWith(record)) {
             d->rows[*knownRow] = record;
         }

@@ -36,6 +36,9 @@ signals:
     void updated();
 
 protected:
+    // Reads the rows directly when it follows their changes.
+    friend class SortModel;
+
     ListModel(std::unique_ptr<ListModelPrivate> data, QObject* parent);
 
     // Runs first thing in every update().
@@ -47,6 +50,11 @@ protected:
     const std::unique_ptr<ListModelPrivate> d;
 
 private:
+    bool refreshRowsInPlace(const QList<QVariantMap>& fresh);
+    bool mergeByIdentity(const QList<QVariantMap>& fresh);
+    void appendRow(const QVariantMap& record);
+    void removeRowAt(int row);
+    bool mergeUniqueRecords(const QList<QVariantMap>& fresh);
     void removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh);
     void mergeFreshRecords(const QList<QVariantMap>& fresh);
 };

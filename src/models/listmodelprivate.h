@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QSet>
 #include <QVariantMap>
 
 #include <functional>
@@ -19,4 +20,6 @@ public:
     const DataFunction dataFunction;
     // In the order in which the records were first seen, not the order the data function gives.
     QList<QVariantMap> rows;
+    // The ids of the rows, kept by ListModel as rows come and go.
+    QSet<QString> rowIds;
 };

@@ -3,8 +3,13 @@
 #include "core/settings.h"
 #include "models/listmodel.h"
 #include "models/manualorder.h"
+#include "models/sortkey.h"
 #include "store/datamanager.h"
 #include "sync/sortinghelper.h"
+
+#include <QVector>
+
+#include <algorithm>
 
 using SortingNamespace::ListType;
 using SortingNamespace::OrderHash;
@@ -22,6 +27,16 @@ struct SortModel::Private
     // Meaningless until setModelType names the list; an unnamed list reads as unsorted.
     ListType listType = SortingNamespace::ListTypeProject;
     QString listId;
+
+    // One key per source row, in source order, kept in step with the source's signals; the handlers
+    // that do so run before the proxy's own, so a sort never sees a stale key.
+    QVector<SortKey> keys;
+    // The manual position of each source row, -1 without one; empty unless sorting manually.
+    QVector<int> manualPositions;
+    // The "show completed" setting, read once for each pass of the filter.
+    bool completedShown = true;
+    // Set when something beside the rows changed the order: every row is sorted again.
+    bool resortAll = false;
 };
 
 namespace {
@@ -70,13 +85,21 @@ void SortModel::setSortedListInfo(const SortedListInfo& info)
     d->order = info.orderHash;
     d->sortTimestamp = info.lastChanged;
     d->groupByDate = info.groupByDate;
+    d->resortAll = true;
+    refreshManualPositions();
 }
 
 void SortModel::setSourceModel(QAbstractItemModel* sourceModel)
 {
     if (!sourceModel)
         return;
+    if (QAbstractItemModel* previous = this->sourceModel())
+        disconnect(previous, nullptr, this, nullptr);
+    d->completedShown = completedObjectsShown();
+    connectKeyUpkeep(sourceModel);
     QSortFilterProxyModel::setSourceModel(sourceModel);
+    takeOverDataChanges(sourceModel);
+    rebuildKeys();
     checkHasActiveObjects();
     QSortFilterProxyModel::sort(0, Qt::AscendingOrder);
 }
@@ -162,6 +185,8 @@ QVariantMap SortModel::getObjectByIndex(int index) const
 
 bool SortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourceRight) const
 {
+    if (hasKey(sourceLeft) && hasKey(sourceRight))
+        return lessThanByKeys(sourceLeft.row(), sourceRight.row());
     const QVariantMap a = recordAt(sourceLeft);
     const QVariantMap b = recordAt(sourceRight);
 
@@ -194,11 +219,43 @@ bool SortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourc
     return SortingHelper::compareObjects(a, b, d->sortingType, d->groupByDate);
 }
 
+bool SortModel::lessThanByKeys(int leftRow, int rightRow) const
+{
+    const SortKey& a = d->keys.at(leftRow);
+    const SortKey& b = d->keys.at(rightRow);
+    if (a.state() != b.state())
+        return a.state() < b.state();
+    if (isDeletedState(a.state()))
+        return SortingHelper::compareDeletedObjects(a.record(), b.record());
+
+    const int predefinedDecision = predefinedObjectsSort(a.record(), b.record());
+    if (predefinedDecision != NoDecision)
+        return predefinedDecision == LeftFirst;
+
+    if (sortsManually()) {
+        const int positionA = d->manualPositions.at(leftRow);
+        const int positionB = d->manualPositions.at(rightRow);
+        if (positionA != -1 && positionB != -1)
+            return positionA < positionB;
+    }
+
+    const int additionalDecision = doAdditionalSort(a.record(), b.record());
+    if (additionalDecision != NoDecision)
+        return additionalDecision == LeftFirst;
+
+    if (sortsManually())
+        return a.lessThan(b, SortingNamespace::TimestampAscType, true);
+    return a.lessThan(b, d->sortingType, d->groupByDate);
+}
+
 bool SortModel::filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const
 {
-    if (completedObjectsShown())
+    if (d->completedShown)
         return true;
-    return stateOf(recordAt(sourceModel()->index(sourceRow, 0, sourceParent))) != 2;
+    const QModelIndex sourceIndex = sourceModel()->index(sourceRow, 0, sourceParent);
+    if (hasKey(sourceIndex))
+        return d->keys.at(sourceRow).state() != 2;
+    return stateOf(recordAt(sourceIndex)) != 2;
 }
 
 int SortModel::predefinedObjectsSort(const QVariantMap&, const QVariantMap&) const
@@ -217,9 +274,14 @@ void SortModel::checkHasActiveObjects()
     if (!source)
         return;
     int count = 0;
-    for (int row = 0; row < source->rowCount(); ++row) {
-        if (stateOf(recordAt(source->index(row, 0))) == 0)
-            ++count;
+    if (d->keys.size() == source->rowCount()) {
+        count = int(std::count_if(d->keys.cbegin(), d->keys.cend(),
+                                  [](const SortKey& key) { return key.state() == 0; }));
+    } else {
+        for (int row = 0; row < source->rowCount(); ++row) {
+            if (stateOf(recordAt(source->index(row, 0))) == 0)
+                ++count;
+        }
     }
     setActiveObjectCount(count);
 }
@@ -272,7 +334,145 @@ void SortModel::resortAllRows()
     QAbstractItemModel* source = sourceModel();
     if (!source || source->rowCount() == 0)
         return;
+    d->resortAll = true;
     emit source->dataChanged(source->index(0, 0), source->index(source->rowCount() - 1, 0));
+}
+
+bool SortModel::hasKey(const QModelIndex& sourceIndex) const
+{
+    return sourceIndex.model() == sourceModel() && !sourceIndex.parent().isValid() &&
+           sourceIndex.row() < d->keys.size();
+}
+
+SortKey SortModel::keyOfSourceRow(int row) const
+{
+    return SortKey(recordAt(sourceModel()->index(row, 0)));
+}
+
+int SortModel::manualPositionOfSourceRow(int row) const
+{
+    return d->order.value(d->keys.at(row).id(), -1);
+}
+
+void SortModel::refreshManualPositions()
+{
+    d->manualPositions.clear();
+    if (!sortsManually())
+        return;
+    d->manualPositions.reserve(d->keys.size());
+    for (int row = 0; row < d->keys.size(); ++row)
+        d->manualPositions.append(manualPositionOfSourceRow(row));
+}
+
+void SortModel::rebuildKeys()
+{
+    d->completedShown = completedObjectsShown();
+    d->keys.clear();
+    const QAbstractItemModel* source = sourceModel();
+    const int rows = source ? source->rowCount() : 0;
+    d->keys.reserve(rows);
+    for (int row = 0; row < rows; ++row)
+        d->keys.append(keyOfSourceRow(row));
+    refreshManualPositions();
+}
+
+// Connected before the proxy connects itself, so that these run first on every signal.
+void SortModel::connectKeyUpkeep(QAbstractItemModel* source)
+{
+    d->keys.clear();
+    connect(source, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex& parent, int first, int last) {
+                if (parent.isValid())
+                    return;
+                d->completedShown = completedObjectsShown();
+                for (int row = first; row <= last; ++row) {
+                    d->keys.insert(row, keyOfSourceRow(row));
+                    if (sortsManually())
+                        d->manualPositions.insert(row, manualPositionOfSourceRow(row));
+                }
+            });
+    connect(source, &QAbstractItemModel::rowsRemoved, this,
+            [this](const QModelIndex& parent, int first, int last) {
+                if (parent.isValid())
+                    return;
+                d->keys.remove(first, last - first + 1);
+                if (sortsManually())
+                    d->manualPositions.remove(first, last - first + 1);
+            });
+    connect(source, &QAbstractItemModel::modelReset, this, &SortModel::rebuildKeys);
+    connect(source, &QAbstractItemModel::rowsMoved, this, &SortModel::rebuildKeys);
+    connect(source, &QAbstractItemModel::layoutChanged, this, &SortModel::rebuildKeys);
+}
+
+// The list announces every row as changed at each refresh. Sorting and filtering all of them again
+// would cost a full sort per refresh; instead only rows whose record really changed go to the
+// proxy's own handling, and the views are told once that every row may read differently.
+void SortModel::takeOverDataChanges(QAbstractItemModel* source)
+{
+    const char* const proxyHandler = SLOT(_q_sourceDataChanged(QModelIndex, QModelIndex, QVector<int>));
+    disconnect(source, SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)), this, proxyHandler);
+    connect(source, &QAbstractItemModel::dataChanged, this, &SortModel::handleSourceDataChanged);
+}
+
+void SortModel::handleSourceDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                        const QVector<int>& roles)
+{
+    const bool shownBefore = d->completedShown;
+    d->completedShown = completedObjectsShown();
+    const bool everyRow = d->resortAll || shownBefore != d->completedShown;
+    d->resortAll = false;
+    if (!topLeft.isValid() || !bottomRight.isValid() || topLeft.parent().isValid() || everyRow) {
+        if (everyRow)
+            rebuildKeys();
+        passDataChange(topLeft, bottomRight, roles);
+        return;
+    }
+    const ListModel* list = listModel();
+    int runStart = -1;
+    for (int row = topLeft.row(); row <= bottomRight.row() + 1; ++row) {
+        const bool changed = row <= bottomRight.row() && refreshKey(list, row);
+        if (changed && runStart < 0)
+            runStart = row;
+        if (!changed && runStart >= 0) {
+            passDataChange(sourceIndex(runStart, topLeft.column()),
+                           sourceIndex(row - 1, bottomRight.column()), roles);
+            runStart = -1;
+        }
+    }
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), roles);
+}
+
+void SortModel::passDataChange(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                               const QVector<int>& roles)
+{
+    QMetaObject::invokeMethod(this, "_q_sourceDataChanged", Qt::DirectConnection, Q_ARG(QModelIndex, topLeft),
+                              Q_ARG(QModelIndex, bottomRight), Q_ARG(QVector<int>, roles));
+}
+
+QModelIndex SortModel::sourceIndex(int row, int column) const
+{
+    return sourceModel()->index(row, column);
+}
+
+// Takes the row's record afresh; true when it differs from the one the key was made from.
+bool SortModel::refreshKey(const ListModel* list, int row)
+{
+    if (row >= d->keys.size())
+        return true;
+    // The list's own map is read in place: a copy would touch every row's shared data.
+    return list ? refreshKey(row, list->rowAt(row)) : refreshKey(row, recordAt(sourceIndex(row, 0)));
+}
+
+bool SortModel::refreshKey(int row, const QVariantMap& record)
+{
+    const QVariantMap& known = d->keys.at(row).record();
+    if (record.isSharedWith(known) || record == known)
+        return false;
+    d->keys[row] = SortKey(record);
+    if (sortsManually())
+        d->manualPositions[row] = manualPositionOfSourceRow(row);
+    return true;
 }
 
 void SortModel::reloadSortedListInfo()

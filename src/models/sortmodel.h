@@ -10,6 +10,7 @@
 #include <memory>
 
 class ListModel;
+class SortKey;
 
 // The proxy every flat list shows. It orders the rows by the list's saved sorting settings, hides
 // completed objects as the settings ask, counts the active rows, and turns a drag into a manual
@@ -86,6 +87,22 @@ private:
     void storeManualOrder(const SortingNamespace::OrderHash& order);
     void resortAllRows();
     bool completedObjectsShown() const;
+
+    bool hasKey(const QModelIndex& sourceIndex) const;
+    bool lessThanByKeys(int leftRow, int rightRow) const;
+    SortKey keyOfSourceRow(int row) const;
+    int manualPositionOfSourceRow(int row) const;
+    void refreshManualPositions();
+    void rebuildKeys();
+    bool refreshKey(const ListModel* list, int row);
+    bool refreshKey(int row, const QVariantMap& record);
+    void connectKeyUpkeep(QAbstractItemModel* source);
+    void takeOverDataChanges(QAbstractItemModel* source);
+    void handleSourceDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                 const QVector<int>& roles);
+    void passDataChange(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                        const QVector<int>& roles);
+    QModelIndex sourceIndex(int row, int column) const;
 
     struct Private;
     std::unique_ptr<Private> d;

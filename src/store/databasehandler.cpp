@@ -5,6 +5,7 @@
 #include "store/contextstore.h"
 #include "store/dataobjectconverter.h"
 #include "store/projectstore.h"
+#include "store/recordreader.h"
 #include "store/taskstore.h"
 
 #include <QSqlDatabase>
@@ -19,6 +20,7 @@ const QString localKey = QStringLiteral("LOCAL");
 const QString stateKey = QStringLiteral("STATE");
 const QString idKey = QStringLiteral("ID");
 const QString timestampKey = QStringLiteral("TIMESTAMP");
+const int minimumKnownObjectsLimit = 8192;
 } // namespace
 
 struct DatabaseHandler::Private
@@ -30,6 +32,13 @@ struct DatabaseHandler::Private
     ProjectStore* projects = nullptr;
     ContextStore* contexts = nullptr;
     CalendarInfoStore* calendarInfo = nullptr;
+    // Every object map handed out and still held somewhere, so that the next read can hand out the
+    // same map for an unchanged row.
+    RecordReader::ObjectsById knownObjects;
+    int knownObjectsLimit = minimumKnownObjectsLimit;
+
+    // Forgets the maps that nobody but this handler holds any more, once there are many of them.
+    void forgetUnheldObjects();
 
     // Prepares the statement on the connection, binds the values in order and runs it. On failure
     // the query holds the error.
@@ -43,6 +52,20 @@ bool DatabaseHandler::Private::run(QSqlQuery& query, const QString& statement, c
     for (const QVariant& value : values)
         query.addBindValue(DataObjectConverter::toSqlValue(value));
     return query.exec();
+}
+
+void DatabaseHandler::Private::forgetUnheldObjects()
+{
+    if (knownObjects.size() <= knownObjectsLimit)
+        return;
+    for (auto object = knownObjects.begin(); object != knownObjects.end();) {
+        if (object->isDetached())
+            object = knownObjects.erase(object);
+        else
+            ++object;
+    }
+    // Doubling the limit keeps the walks rare however many maps stay held.
+    knownObjectsLimit = qMax(minimumKnownObjectsLimit, 2 * knownObjects.size());
 }
 
 DatabaseHandler::DatabaseHandler(const QString& connectionName, QObject* parent)
@@ -104,6 +127,7 @@ void DatabaseHandler::disconnectDatabase()
 {
     QLOG_INFO() << "Disconnecting from database...";
     d->database.close();
+    d->knownObjects.clear();
 }
 
 bool DatabaseHandler::isConnected() const
@@ -122,6 +146,11 @@ bool DatabaseHandler::openDatabase(const QString& filePath)
     createCalendarInfoTable();
     createTaskStateIndex();
     createUniqueIndexForProjectsAndContexts();
+    // Only for speed; without a connection they would only add failures to the log.
+    if (connected) {
+        createTaskListIndexes();
+        updateQueryStatistics();
+    }
     return connected;
 }
 
@@ -147,6 +176,41 @@ void DatabaseHandler::createUniqueIndexForProjectsAndContexts()
     // The table constraint of project sits on project_id; this index is what keeps project ids unique.
     executeQuery(QStringLiteral("CREATE UNIQUE INDEX IF NOT EXISTS ProjectIdIndex ON project(id)"));
     executeQuery(QStringLiteral("CREATE UNIQUE INDEX IF NOT EXISTS ContextIdIndex ON context(id)"));
+}
+
+void DatabaseHandler::createTaskListIndexes()
+{
+    executeQuery(QStringLiteral("CREATE INDEX IF NOT EXISTS TaskParentIndex ON task(parent)"));
+    executeQuery(QStringLiteral("CREATE INDEX IF NOT EXISTS TaskContextIndex ON task(context)"));
+    // The daily plan reads every active repeating task at each refresh; they are a few among many.
+    executeQuery(QStringLiteral(
+        "CREATE INDEX IF NOT EXISTS TaskRepeatingIndex ON task(period) WHERE period <> \"\" AND STATE = 0"));
+}
+
+// Without statistics the planner takes TaskStateIndex for nearly every task query, although most
+// rows are active: a lookup on it then fetches most of the table row by row. The statistics are made
+// once, and again whenever the table has grown tenfold since.
+void DatabaseHandler::updateQueryStatistics()
+{
+    const int taskCount = executeCountQuery(QStringLiteral("SELECT COUNT(*) FROM task"));
+    const bool analyzed =
+        executeCountQuery(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE name = 'sqlite_stat1'")) >
+        0;
+    const int analyzedTaskCount =
+        analyzed ? executeCountQuery(QStringLiteral(
+                       "SELECT CAST(stat AS INTEGER) FROM sqlite_stat1 WHERE idx = 'TaskParentIndex'"))
+                 : 0;
+    if (taskCount == 0 || (analyzedTaskCount > 0 && taskCount < 10 * analyzedTaskCount))
+        return;
+    executeQuery(QStringLiteral("ANALYZE"));
+    // ANALYZE gives the average rows per state, a quarter of the table; what a query on state finds
+    // is nearly always the active rows, which are most of it. With that figure the planner reads
+    // the table straight through wherever the state is the only narrowing condition.
+    const int activeTaskCount =
+        executeCountQuery(QStringLiteral("SELECT COUNT(*) FROM task WHERE state = 0"));
+    executeQuery(QStringLiteral("UPDATE sqlite_stat1 SET stat = ? WHERE idx = 'TaskStateIndex'"),
+                 {QStringLiteral("%1 %2").arg(taskCount).arg(qMax(activeTaskCount, 1))});
+    executeQuery(QStringLiteral("ANALYZE sqlite_master"));
 }
 
 bool DatabaseHandler::beginTransaction()
@@ -263,11 +327,18 @@ QStringList DatabaseHandler::selectFirstColumn(const QString& statement, const Q
     return column;
 }
 
+// Rows become maps as they are stepped through, so a long list never exists as records as well.
 QList<DataObject> DatabaseHandler::selectObjects(const QString& statement, const QVariantList& values)
 {
-    QList<DataObject> objects;
-    for (const QSqlRecord& record : executeListQuery(statement, values))
-        objects.append(DataObjectConverter::fromRecord(record));
+    QSqlQuery query(d->database);
+    query.setForwardOnly(true);
+    if (!Private::run(query, statement, values)) {
+        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+        return {};
+    }
+    RecordReader reader(query.record());
+    const QList<DataObject> objects = reader.readAll(query, d->knownObjects);
+    d->forgetUnheldObjects();
     return objects;
 }
 

@@ -52,6 +52,10 @@ public:
     void createCalendarInfoTable();
     void createTaskStateIndex();
     void createUniqueIndexForProjectsAndContexts();
+    // Indexes for the task lists by project, by context and of repeating tasks.
+    void createTaskListIndexes();
+    // Gives the query planner the shape of the task table.
+    void updateQueryStatistics();
 
     Q_INVOKABLE bool beginTransaction();
     Q_INVOKABLE bool commitChanges();

@@ -1,9 +1,9 @@
 #include "dataobjectconverter.h"
 
 #include "core/clock.h"
+#include "store/recordreader.h"
 
 #include <QRegularExpression>
-#include <QSqlField>
 #include <QUuid>
 
 #include <cmath>
@@ -11,19 +11,6 @@
 namespace {
 const QString startKey = QStringLiteral("START");
 const QString dueKey = QStringLiteral("DUE");
-
-bool isDateKey(const QString& key)
-{
-    return key == startKey || key == dueKey;
-}
-
-QVariant readDate(const QVariant& columnValue)
-{
-    const uint seconds = columnValue.toUInt();
-    if (seconds == 0)
-        return columnValue;
-    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
-}
 
 QVariant preparedDate(const QVariant& value)
 {
@@ -50,13 +37,15 @@ QVariant wholeNumberAsInteger(double number)
 
 DataObject DataObjectConverter::fromRecord(const QSqlRecord& record)
 {
-    DataObject object;
-    for (int i = 0; i < record.count(); ++i) {
-        const QString key = record.fieldName(i).toUpper();
-        const QVariant value = record.value(i);
-        object.insert(key, isDateKey(key) ? readDate(value) : value);
-    }
-    return object;
+    return RecordReader(record).read(record);
+}
+
+QVariant DataObjectConverter::readDate(const QVariant& columnValue)
+{
+    const uint seconds = columnValue.toUInt();
+    if (seconds == 0)
+        return columnValue;
+    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
 }
 
 void DataObjectConverter::prepareDates(DataObject& object)

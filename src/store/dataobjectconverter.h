@@ -16,6 +16,8 @@ public:
     // One map per row, keyed by the upper-case field names. A non-zero START or DUE becomes a UTC
     // date-time; zero keeps the raw column value, which is how an undated object reads back.
     static DataObject fromRecord(const QSqlRecord& record);
+    // A START or DUE column as a map holds it: a UTC date-time, or the raw value when it is zero.
+    static QVariant readDate(const QVariant& columnValue);
 
     // Turns START and DUE into Unix seconds before a task or project is written. Only date-times
     // survive; anything else, a number included, becomes "no date". Both keys exist afterwards.

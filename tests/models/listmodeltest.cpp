@@ -57,6 +57,10 @@ private slots:
             << QList<int>() << QList<int>();
         QTest::newRow("empty ID vanishes")
             << Records{record(""), record("p")} << Records{record("p")} << QList<int>{0} << QList<int>();
+        QTest::newRow("same maps in another order move nothing")
+            << abc << Records{abc.at(2), abc.at(0), abc.at(1)} << QList<int>() << QList<int>();
+        QTest::newRow("same maps around a completed one")
+            << abc << Records{abc.at(0), record("b", 2), abc.at(2)} << QList<int>{1} << QList<int>{2};
         QTest::newRow("repeated ID in the answer keeps one row")
             << abc << (abc + Records{record("a", 0, "Again")}) << QList<int>() << QList<int>();
     }

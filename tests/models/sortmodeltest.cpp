@@ -241,6 +241,57 @@ private slots:
         QCOMPARE(order, expected);
     }
 
+    void rowsFollowChangesOfTheirRecords_data()
+    {
+        QTest::addColumn<SortedListInfo>("info");
+        QTest::addColumn<Records>("initial");
+        QTest::addColumn<Records>("changed");
+        QTest::addColumn<bool>("showCompleted");
+        QTest::addColumn<QStringList>("expected");
+
+        const SortedListInfo alphabetical(SortingNamespace::AlphabeticalType, {}, QDateTime(), false);
+        const auto row = [](const QString& id, uint stamp, int dueDay, const QString& name) {
+            return task(id, stamp).dueAt(day(dueDay)).named(name);
+        };
+        const Records dated{row("a", 1, 5, "Apple"), row("b", 2, 6, "Banana"), row("c", 3, 7, "Cherry")};
+        Records moved = dated;
+        moved[0] = row("a", 1, 8, "Apple");
+        Records renamed = dated;
+        renamed[0] = row("a", 1, 5, "Zebra");
+        Records completed = dated;
+        completed[0] = row("a", 1, 5, "Apple").withState(2);
+        QTest::newRow("due date moved") << SortedListInfo() << dated << moved << true << ids("b c a");
+        QTest::newRow("renamed") << alphabetical << dated << renamed << true << ids("b c a");
+        QTest::newRow("completed hidden after the setting changed")
+            << SortedListInfo() << completed << Records(completed) << false << ids("b c");
+    }
+
+    // GIVEN a sorted list WHEN a refresh brings new maps for its rows THEN the order and the filter
+    // follow the new values, not the ones the rows had when they were first sorted.
+    void rowsFollowChangesOfTheirRecords()
+    {
+        QFETCH(SortedListInfo, info);
+        QFETCH(Records, initial);
+        QFETCH(Records, changed);
+        QFETCH(bool, showCompleted);
+        Records records = initial;
+        ListModel source([&records] { return records; });
+        SortModel sortModel;
+        QAbstractItemModelTester tester(&sortModel);
+        sortModel.setSortedListInfo(info);
+        sortModel.setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
+        sortModel.setSourceModel(&source);
+        QCOMPARE(sortModel.rowCount(), 3);
+
+        records.clear();
+        for (const QVariantMap& record : changed)
+            records.append(QVariantMap(record.toStdMap()));
+        Settings::instance()->setShowCompletedTasks(showCompleted);
+        sortModel.update();
+
+        QTEST(idsOf(sortModel), "expected");
+    }
+
     void activeObjectCountCountsRowsTheFilterHides()
     {
         Records records{task("open", 1), task("hidden-open", 2), task("done", 3).withState(2),

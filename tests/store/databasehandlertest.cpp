@@ -38,6 +38,7 @@ private slots:
     void storedValueReadsBackWithItsType_data();
     void storedValueReadsBackWithItsType();
     void readObjectWrittenBackIsUnchanged();
+    void readingAgainSharesOnlyUnchangedObjects();
     void insertSetsSyncFlagsAndTimestamp_data();
     void insertSetsSyncFlagsAndTimestamp();
     void localInsertGetsNewIdAndActiveState();
@@ -131,6 +132,31 @@ void DatabaseHandlerTest::readObjectWrittenBackIsUnchanged()
     QVERIFY(handler->updateObject(change, taskTable, timestamp));
 
     QCOMPARE(handler->selectObject(select), original);
+}
+
+void DatabaseHandlerTest::readingAgainSharesOnlyUnchangedObjects()
+{
+    TestDatabase database;
+    DatabaseHandler* handler = database.handler();
+    for (const char* id : {"kept", "renamed", "memo-nulled"}) {
+        DOTask task =
+            RecordBuilder::task(id).withId(id).withMemo("").fromServer().withTimestamp(serverTimestamp);
+        DataObjectConverter::prepareDates(task);
+        QVERIFY(handler->insertObject(task, taskTable));
+    }
+    const QString select = QStringLiteral("SELECT id, name, memo, due FROM task ORDER BY id");
+    const QList<DataObject> first = handler->selectObjects(select);
+
+    QVERIFY(handler->executeQuery("UPDATE task SET name = 'Renamed' WHERE id = 'renamed'"));
+    QVERIFY(handler->executeQuery("UPDATE task SET memo = NULL WHERE id = 'memo-nulled'"));
+    const QList<DataObject> second = handler->selectObjects(select);
+
+    QCOMPARE(second.size(), 3);
+    QVERIFY(second.at(0).isSharedWith(first.at(0)));
+    QCOMPARE(second.at(2).value("NAME").toString(), QStringLiteral("Renamed"));
+    // A NULL and the empty text compare equal as variants, yet they are different values.
+    QVERIFY(second.at(1).value("MEMO").isNull());
+    QVERIFY(!first.at(1).value("MEMO").isNull());
 }
 
 void DatabaseHandlerTest::insertSetsSyncFlagsAndTimestamp_data()

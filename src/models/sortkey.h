@@ -1,0 +1,40 @@
+#pragma once
+
+#include "sync/sortingnamespace.h"
+
+#include <QString>
+#include <QVariantMap>
+
+// What the sorting rules read from one row, taken from its map once when the row changes, so that
+// a sort compares plain values instead of looking up and converting map entries at every step. The
+// comparison is SortingHelper::compareObjects on these values.
+class SortKey
+{
+public:
+    explicit SortKey(const QVariantMap& record);
+
+    // The map the values were taken from.
+    const QVariantMap& record() const { return m_record; }
+    int state() const { return m_state; }
+    const QString& id() const { return m_id; }
+
+    // True when this row comes before `other`, as SortingHelper::compareObjects decides.
+    bool lessThan(const SortKey& other, SortingNamespace::SortingType sortingType, bool groupByDate) const;
+
+private:
+    bool lessByDates(const SortKey& other, SortingNamespace::SortingType sortingType) const;
+    bool lessBySortingType(const SortKey& other, SortingNamespace::SortingType sortingType) const;
+
+    QVariantMap m_record;
+    int m_state = 0;
+    uint m_timestamp = 0;
+    QString m_id;
+    // Milliseconds since the epoch; only meaningful when the date is there.
+    qint64 m_due = 0;
+    qint64 m_start = 0;
+    bool m_hasDue = false;
+    bool m_hasStart = false;
+};
+
+// Keys live in a vector with one entry per row; moving them is moving their bytes.
+Q_DECLARE_TYPEINFO(SortKey, Q_MOVABLE_TYPE);

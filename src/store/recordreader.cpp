@@ -1,0 +1,203 @@
+#include "recordreader.h"
+
+#include "store/dataobjectconverter.h"
+
+#include "core/logmanager.h"
+
+#include <QMutex>
+#include <QSqlResult>
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace {
+const QString startKey = QStringLiteral("START");
+const QString dueKey = QStringLiteral("DUE");
+const QString idKey = QStringLiteral("ID");
+
+// One string per key for every map of the process: comparing two maps' keys then stops at the
+// shared pointer instead of reading the text.
+QString sharedKey(const QString& fieldName)
+{
+    static QMutex mutex;
+    static QHash<QString, QString> keys;
+    const QString key = fieldName.toUpper();
+    const QMutexLocker lock(&mutex);
+    const auto known = keys.constFind(key);
+    if (known != keys.constEnd())
+        return *known;
+    keys.insert(key, key);
+    return key;
+}
+sqlite3_stmt* nativeStatement(const QSqlQuery& query)
+{
+    const QVariant handle = query.result() ? query.result()->handle() : QVariant();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3_stmt*") != 0)
+        return nullptr;
+    return *static_cast<sqlite3_stmt* const*>(handle.constData());
+}
+
+QString textOf(sqlite3_stmt* statement, int index)
+{
+    return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, index)),
+                             sqlite3_column_bytes(statement, index));
+}
+
+// A column's value as Qt's SQLite driver gives it.
+QVariant columnValue(sqlite3_stmt* statement, int index)
+{
+    switch (sqlite3_column_type(statement, index)) {
+    case SQLITE_INTEGER:
+        return qlonglong(sqlite3_column_int64(statement, index));
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(statement, index);
+    case SQLITE_NULL:
+        return QVariant(QVariant::String);
+    case SQLITE_BLOB:
+        return QByteArray(static_cast<const char*>(sqlite3_column_blob(statement, index)),
+                          sqlite3_column_bytes(statement, index));
+    default:
+        return QString(static_cast<const QChar*>(sqlite3_column_text16(statement, index)),
+                       sqlite3_column_bytes16(statement, index) / int(sizeof(QChar)));
+    }
+}
+
+bool isAscii(const char* text, int size)
+{
+    return std::all_of(text, text + size, [](char character) { return uchar(character) < 0x80; });
+}
+
+bool holdsText(const QVariant& stored, sqlite3_stmt* statement, int index)
+{
+    if (stored.userType() != QMetaType::QString || stored.isNull())
+        return false;
+    const QString& storedText = *static_cast<const QString*>(stored.constData());
+    const char* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
+    const int size = sqlite3_column_bytes(statement, index);
+    if (isAscii(text, size))
+        return storedText.size() == size && storedText == QLatin1String(text, size);
+    return storedText == QString::fromUtf8(text, size);
+}
+
+// Whether the stored value is the one the column holds, of the same kind: variants of different
+// types, or a null and an empty text, can compare equal and still be different map values.
+bool holdsValue(const QVariant& stored, sqlite3_stmt* statement, int index)
+{
+    switch (sqlite3_column_type(statement, index)) {
+    case SQLITE_INTEGER:
+        return stored.userType() == QMetaType::LongLong &&
+               stored.toLongLong() == sqlite3_column_int64(statement, index);
+    case SQLITE_FLOAT:
+        return stored.userType() == QMetaType::Double &&
+               stored.toDouble() == sqlite3_column_double(statement, index);
+    case SQLITE_NULL:
+        return stored.userType() == QMetaType::QString && stored.isNull();
+    case SQLITE_BLOB:
+        return stored == columnValue(statement, index);
+    default:
+        return holdsText(stored, statement, index);
+    }
+}
+
+bool holdsDate(const QVariant& stored, const QVariant& read)
+{
+    const uint seconds = read.toUInt();
+    if (seconds != 0)
+        return stored.userType() == QMetaType::QDateTime &&
+               stored.toDateTime().toSecsSinceEpoch() == qint64(seconds);
+    return stored.userType() == read.userType() && stored.isNull() == read.isNull() && stored == read;
+}
+} // namespace
+
+RecordReader::RecordReader(const QSqlRecord& fields)
+{
+    for (int index = 0; index < fields.count(); ++index) {
+        const QString key = sharedKey(fields.fieldName(index));
+        const auto sameKey = std::find_if(m_columns.begin(), m_columns.end(),
+                                          [&key](const Column& column) { return column.key == key; });
+        if (sameKey != m_columns.end())
+            m_columns.erase(sameKey);
+        m_columns.append({key, index, key == startKey || key == dueKey});
+    }
+    std::sort(m_columns.begin(), m_columns.end(),
+              [](const Column& left, const Column& right) { return left.key < right.key; });
+    for (const Column& column : qAsConst(m_columns)) {
+        if (column.key == idKey)
+            m_idColumn = column.index;
+    }
+}
+
+DataObject RecordReader::read(const QSqlRecord& record) const
+{
+    return readRow(record);
+}
+
+// Rows are read from SQLite's own statement: going through QSqlQuery costs a variant and, for text,
+// a converted copy for every value, before the values of an unchanged row are dropped again.
+QList<DataObject> RecordReader::readAll(QSqlQuery& query, ObjectsById& known)
+{
+    QList<DataObject> objects;
+    sqlite3_stmt* statement = nativeStatement(query);
+    if (!statement || m_idColumn < 0) {
+        while (query.next())
+            objects.append(readRow(query));
+        return objects;
+    }
+    // Running the query stepped onto its first row, or reset the statement when there was none.
+    if (!sqlite3_stmt_busy(statement))
+        return objects;
+    int status = SQLITE_ROW;
+    while (status == SQLITE_ROW) {
+        objects.append(readKnown(statement, known));
+        status = sqlite3_step(statement);
+    }
+    if (status != SQLITE_DONE) {
+        QLOG_ERROR() << "SQL List query error: " << sqlite3_errmsg(sqlite3_db_handle(statement));
+    }
+    return objects;
+}
+
+DataObject RecordReader::readKnown(sqlite3_stmt* statement, ObjectsById& known) const
+{
+    DataObject& object = known[textOf(statement, m_idColumn)];
+    if (holdsRow(object, statement))
+        return object;
+    object.clear();
+    for (const Column& column : m_columns) {
+        const QVariant value = columnValue(statement, column.index);
+        object.insert(object.cend(), column.key,
+                      column.isDate ? DataObjectConverter::readDate(value) : value);
+    }
+    return object;
+}
+
+template <typename Row> DataObject RecordReader::readRow(const Row& row) const
+{
+    DataObject object;
+    for (const Column& column : m_columns) {
+        const QVariant value = row.value(column.index);
+        object.insert(object.cend(), column.key,
+                      column.isDate ? DataObjectConverter::readDate(value) : value);
+    }
+    return object;
+}
+
+// Whether the map is what this row would be read as: the same keys and the same values, compared in
+// key order and without copying a value out of SQLite.
+bool RecordReader::holdsRow(const DataObject& object, sqlite3_stmt* statement) const
+{
+    if (object.size() != m_columns.size())
+        return false;
+    auto field = object.cbegin();
+    for (const Column& column : m_columns) {
+        if (field.key() != column.key)
+            return false;
+        const bool holds = column.isDate ? holdsDate(*field, columnValue(statement, column.index))
+                                         : holdsValue(*field, statement, column.index);
+        if (!holds)
+            return false;
+        ++field;
+    }
+    return true;
+}
