@@ -25,7 +25,10 @@ Item {
         if (!popup)
             return null
         popup.show()
-        popup.forceActiveFocus()
+        if (typeof popup.takeFocus === "function")
+            popup.takeFocus()
+        else
+            popup.forceActiveFocus()
         ++visiblePopupCount
         return popup
     }

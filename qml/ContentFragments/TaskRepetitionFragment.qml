@@ -161,7 +161,7 @@ Column {
             model: [{ "unit": "none", "text": qsTr("None") }, { "unit": "d", "text": qsTr("Day") },
                     { "unit": "w", "text": qsTr("Week") }, { "unit": "m", "text": qsTr("Month") }]
 
-            Button {
+            EditorButton {
                 objectName: "repetitionUnit_" + modelData.unit
                 text: modelData.text
                 checkable: true
@@ -175,7 +175,7 @@ Column {
         visible: fragment.active
         spacing: 8
 
-        Button {
+        EditorButton {
             objectName: "repetitionCountMinus"
             text: "−"
             width: 36
@@ -190,7 +190,7 @@ Column {
                 : qsTr("Every %n month(s)", "", fragment.count)
         }
 
-        Button {
+        EditorButton {
             objectName: "repetitionCountPlus"
             text: "+"
             width: 36
@@ -205,7 +205,7 @@ Column {
         Repeater {
             model: [qsTr("Mon"), qsTr("Tue"), qsTr("Wed"), qsTr("Thu"), qsTr("Fri"), qsTr("Sat"), qsTr("Sun")]
 
-            Button {
+            EditorButton {
                 objectName: "weekDay_" + (index + 1)
                 width: 52
                 text: modelData

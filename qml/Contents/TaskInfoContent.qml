@@ -57,6 +57,10 @@ Item {
         return types
     }
 
+    function focusName() {
+        nameField.forceActiveFocus()
+    }
+
     function initializeWithParent(parentId) { projectId = parentId }
     function initializeWithContext(newContextId) { contextId = newContextId }
     function initializeWithDueDateTime(dateTime) {
@@ -139,6 +143,7 @@ Item {
         id: tabBar
         objectName: "taskEditorTabs"
         width: parent.width
+        background: Item {}
         onCurrentIndexChanged: {
             if (currentIndex === 0 && nameField.text === "")
                 nameField.forceActiveFocus()
@@ -148,10 +153,10 @@ Item {
                 memoField.forceActiveFocus()
         }
 
-        TabButton { objectName: "generalTab"; text: qsTr("General") }
-        TabButton { objectName: "metadataTab"; text: qsTr("Metadata") }
-        TabButton { objectName: "remindersTab"; text: qsTr("Reminders") }
-        TabButton { objectName: "memoTab"; text: qsTr("Memo") }
+        EditorTab { objectName: "generalTab"; text: qsTr("General") }
+        EditorTab { objectName: "metadataTab"; text: qsTr("Metadata") }
+        EditorTab { objectName: "remindersTab"; text: qsTr("Reminders") }
+        EditorTab { objectName: "memoTab"; text: qsTr("Memo") }
     }
 
     StackLayout {
@@ -181,7 +186,6 @@ Item {
                     wrapMode: TextEdit.Wrap
                     color: appStyle.colors.taskName
                     onTextChanged: if (length > 500) remove(500, length)
-                    Component.onCompleted: forceActiveFocus()
                 }
 
                 StyledLabel { text: "Сроки задачи"; font.bold: true }
@@ -220,8 +224,8 @@ Item {
 
                 Row {
                     spacing: 12
-                    RadioButton { objectName: "activeStatusButton"; text: qsTr("Active"); checked: !completeButton.checked }
-                    RadioButton { id: completeButton; objectName: "completeStatusButton"; text: qsTr("Complete") }
+                    StatusButton { objectName: "activeStatusButton"; text: qsTr("Active"); checked: !completeButton.checked }
+                    StatusButton { id: completeButton; objectName: "completeStatusButton"; text: qsTr("Complete") }
                 }
             }
         }
@@ -301,7 +305,7 @@ Item {
                       : qsTr("To add a reminder for this task please add\na start or due date first")
             }
 
-            Button {
+            EditorButton {
                 visible: noRemindersNote.visible
                 text: qsTr("Setup dates")
                 onClicked: tabBar.currentIndex = 0

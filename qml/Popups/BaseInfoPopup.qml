@@ -1,6 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import "../Components"
+import "../ContentFragments"
 
 // The editor frame: a header with Save and Cancel over the content; save updates or creates.
 AnimatedPopup {
@@ -28,7 +29,7 @@ AnimatedPopup {
         width: parent.width
         height: 60
 
-        Button {
+        EditorButton {
             objectName: "editorSaveButton"
             anchors.left: parent.left
             anchors.leftMargin: 20
@@ -46,7 +47,7 @@ AnimatedPopup {
             font.bold: true
         }
 
-        Button {
+        EditorButton {
             objectName: "editorCancelButton"
             anchors.right: parent.right
             anchors.rightMargin: 20

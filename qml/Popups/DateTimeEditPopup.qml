@@ -76,7 +76,7 @@ RoundedPopup {
         Row {
             width: parent.width
 
-            ToolButton {
+            EditorButton {
                 objectName: "previousMonthButton"
                 text: "‹"
                 onClicked: popup.shiftMonth(-1)
@@ -92,7 +92,7 @@ RoundedPopup {
                           DateFormatHelper.getCurrentLocale(), "MMMM yyyy")
             }
 
-            ToolButton {
+            EditorButton {
                 objectName: "nextMonthButton"
                 text: "›"
                 onClicked: popup.shiftMonth(1)
@@ -140,7 +140,7 @@ RoundedPopup {
         Row {
             spacing: 6
 
-            Button {
+            EditorButton {
                 objectName: "noDateButton"
                 visible: !popup.showOnlyDateEdit
                 text: qsTr("No Date")
@@ -150,13 +150,13 @@ RoundedPopup {
                 }
             }
 
-            Button {
+            EditorButton {
                 objectName: "todayButton"
                 text: qsTr("Today")
                 onClicked: popup.selectDay(popup.dayOffset(0))
             }
 
-            Button {
+            EditorButton {
                 objectName: "tomorrowButton"
                 text: qsTr("Tomorrow")
                 onClicked: popup.selectDay(popup.dayOffset(1))

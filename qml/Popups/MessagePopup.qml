@@ -1,6 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import "../Components"
+import "../ContentFragments"
 
 // A question or a message with one or two buttons; the focused button is the filled one.
 AnimatedPopup {
@@ -97,7 +98,7 @@ AnimatedPopup {
             anchors.right: parent.right
             spacing: 10
 
-            Button {
+            EditorButton {
                 objectName: "MessagePopupCancelButton"
                 visible: popup.rejectButtonVisible
                 text: qsTr("Cancel")
@@ -105,7 +106,7 @@ AnimatedPopup {
                 onClicked: popup.hideWithAnimation()
             }
 
-            Button {
+            EditorButton {
                 objectName: "MessagePopupAcceptButton"
                 text: popup.acceptButtonText
                 highlighted: popup.acceptFocused

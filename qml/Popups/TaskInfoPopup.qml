@@ -22,6 +22,10 @@ BaseInfoPopup {
         })
     }
 
+    function takeFocus() {
+        editor.focusName()
+    }
+
     function save() {
         var task = editor.getResultObject()
         // An edit keeps what the editor does not show.

@@ -128,7 +128,7 @@ RoundedPopup {
                 color: popup.hasDue && popup.task.DUE < DateRules.wallNow() ? appStyle.colors.red : appStyle.applicationColor
             }
 
-            ToolButton {
+            EditorButton {
                 objectName: "previewCloseButton"
                 anchors.right: parent.right
                 text: "✕"
@@ -238,7 +238,7 @@ RoundedPopup {
         Row {
             spacing: 10
 
-            Button {
+            EditorButton {
                 objectName: "previewEditButton"
                 text: qsTr("Edit")
                 onClicked: {
@@ -247,13 +247,13 @@ RoundedPopup {
                 }
             }
 
-            Button {
+            EditorButton {
                 objectName: "previewDeleteButton"
                 text: qsTr("Delete")
                 onClicked: popup.deleteTask()
             }
 
-            Button {
+            EditorButton {
                 id: completeButton
                 objectName: "previewCompleteButton"
                 text: popup.completed ? "✔" : "○"
