@@ -1,4 +1,5 @@
 #include "core/guimanager.h"
+#include "core/settings.h"
 #include "reminders/notificationmanager.h"
 #include "store/datamanager.h"
 #include "store/predefineddatahelper.h"
@@ -21,6 +22,7 @@ private slots:
     void previewMovesTheDueDateAndTheStartAlong();
     void restoreBringsBackADeletedTask();
     void expiredOfferCompletesTheRepeatingTask();
+    void editorSpeaksRussian();
     void cleanup();
 
 private:
@@ -161,6 +163,22 @@ void TaskEditorTest::expiredOfferCompletesTheRepeatingTask()
     QCOMPARE(storedTask().value(QStringLiteral("STATE")).toInt(), 0);
     QVERIFY(DataManager::instance()->hasScheduledReminders(m_taskId));
     QVERIFY(!DataManager::instance()->hasPendingChanges());
+}
+
+void TaskEditorTest::editorSpeaksRussian()
+{
+    Settings::instance()->setApplicationLanguage(QStringLiteral("ru"));
+    GuiManager::instance()->reloadTranslations();
+    QVERIFY(m_ui.click(QStringLiteral("addButton")));
+    QTRY_VERIFY(m_ui.property(QStringLiteral("TaskInfoPopup"), "opened").toBool());
+    QCOMPARE(m_ui.text(QStringLiteral("editorTitle")), QStringLiteral("Новая задача"));
+    QVERIFY(m_ui.click(QStringLiteral("repetitionExpander")));
+    QTRY_COMPARE(m_ui.text(QStringLiteral("repetitionCountText")), QStringLiteral("Каждый 1 день"));
+
+    QVERIFY(m_ui.click(QStringLiteral("editorCancelButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskInfoPopup")));
+    Settings::instance()->setApplicationLanguage(QStringLiteral("en"));
+    GuiManager::instance()->reloadTranslations();
 }
 
 NORVEL_TEST_MAIN(TaskEditorTest)
