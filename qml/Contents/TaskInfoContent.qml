@@ -10,6 +10,8 @@ import "../ContentFragments/DateRules.js" as DateRules
 Item {
     id: content
 
+    objectName: "taskInfoContent"
+
     property string projectId
     property string contextId
     property bool favorite: false
@@ -210,6 +212,7 @@ Item {
 
                 TaskRepetitionFragment {
                     id: repetition
+                    objectName: "taskRepetition"
                     width: parent.width
                     onActiveChanged: if (active && !content.initializing) content.applyRepetitionDefaults()
                     onDatesUpdated: {

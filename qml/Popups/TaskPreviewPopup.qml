@@ -239,6 +239,20 @@ RoundedPopup {
             spacing: 10
 
             EditorButton {
+                property bool inFavorites: TaskHandler.inFavorites(popup.task)
+                objectName: "previewFavoriteButton"
+                visible: !popup.completed
+                text: inFavorites ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")
+                onClicked: {
+                    if (inFavorites)
+                        TaskHandler.removeFromFavorites(popup.task)
+                    else
+                        TaskHandler.addToFavorites(popup.task)
+                    inFavorites = !inFavorites
+                }
+            }
+
+            EditorButton {
                 objectName: "previewEditButton"
                 text: qsTr("Edit")
                 onClicked: {

@@ -861,6 +861,14 @@ a start or due date first</source>
         <source>Delete</source>
         <translation>Удалить</translation>
     </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Убрать из избранного</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Добавить в избранное</translation>
+    </message>
 </context>
 <context>
     <name>TaskRepetitionFragment</name>
