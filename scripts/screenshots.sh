@@ -46,7 +46,7 @@ INI
 # Runs the program until its window can be grabbed, clicks the given point of the window if any,
 # grabs the window and ends the program.
 shoot() {
-    local name=$1 theme=$2 color=$3 language=$4 click=${5:-}
+    local name=$1 theme=$2 color=$3 language=$4 click=${5:-} typing=${6:-}
     local home="$work/$name"
     prepare_home "$home" "$theme" "$color" "$language"
     HOME="$home" XDG_DATA_HOME="$home/.local/share" XDG_CONFIG_HOME="$home/.config" \
@@ -64,12 +64,13 @@ shoot() {
             if [[ -n "$window" && -n "$3" ]]; then
                 xdotool mousemove --window "$window" $3 click 1 mousemove --window "$window" 600 600
                 sleep 1
+                [[ -n "$4" ]] && xdotool type --delay 20 "$4" && sleep 0.5
             fi
             [[ -n "$window" ]] && import -window "$window" "$2"
             kill "$pid"
             wait "$pid" || true
             [[ -n "$window" ]]
-        ' screenshot "$program" "$output/$name.png" "$click"
+        ' screenshot "$program" "$output/$name.png" "$click" "$typing"
     echo "Wrote $output/$name.png"
 }
 
@@ -78,3 +79,7 @@ projects_button="45 290"
 shoot main-window-light 1 "#1E88E5" en
 shoot main-window-dark 2 "#73ABFC" en
 shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
+# The tool bar's add button opens the editor of a new inbox task.
+add_button="390 54"
+shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"
+shoot task-editor-dark 2 "#73ABFC" en "$add_button" "Prepare the quarterly report"

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU">
 <context>
+    <name>BaseInfoPopup</name>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+</context>
+<context>
     <name>ContextsPage</name>
     <message>
         <source>Contexts</source>
@@ -21,6 +32,21 @@
     <message>
         <source>The tasks of the day in one list: what is due, what is overdue, what can be done today and the repeating tasks of the day.</source>
         <translation>Задачи дня одним списком: что нужно сделать к сроку, что просрочено, что можно сделать сегодня, и повторяющиеся задачи этого дня.</translation>
+    </message>
+</context>
+<context>
+    <name>DateTimeEditPopup</name>
+    <message>
+        <source>No Date</source>
+        <translation>Без даты</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Сегодня</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Завтра</translation>
     </message>
 </context>
 <context>
@@ -52,8 +78,12 @@
 <context>
     <name>MessagePopup</name>
     <message>
-        <source>OK</source>
-        <translation>ОК</translation>
+        <source>Yes</source>
+        <translation>Да</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
     </message>
 </context>
 <context>
@@ -219,6 +249,10 @@
         <source>Last synced: %1</source>
         <translation>Последняя синхронизация: %1</translation>
     </message>
+    <message>
+        <source>Restore</source>
+        <translation>Восстановить</translation>
+    </message>
 </context>
 <context>
     <name>NvToolBar</name>
@@ -245,6 +279,52 @@
     <message>
         <source>Trash</source>
         <translation>Корзина</translation>
+    </message>
+</context>
+<context>
+    <name>ObjectUpdater</name>
+    <message>
+        <source>You completed a task</source>
+        <translation>Вы выполнили задачу</translation>
+    </message>
+    <message>
+        <source>You completed a project</source>
+        <translation>Вы выполнили проект</translation>
+    </message>
+</context>
+<context>
+    <name>PopupHelper</name>
+    <message>
+        <source>Ok</source>
+        <translation>Ок</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message numerus="yes">
+        <source>You deleted %n item(s)</source>
+        <translation>
+            <numerusform>Вы удалили %n объект</numerusform>
+            <numerusform>Вы удалили %n объекта</numerusform>
+            <numerusform>Вы удалили %n объектов</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>You deleted a folder</source>
+        <translation>Вы удалили папку</translation>
+    </message>
+    <message>
+        <source>You deleted a task</source>
+        <translation>Вы удалили задачу</translation>
+    </message>
+    <message>
+        <source>You deleted a project</source>
+        <translation>Вы удалили проект</translation>
+    </message>
+    <message>
+        <source>You deleted a context</source>
+        <translation>Вы удалили контекст</translation>
     </message>
 </context>
 <context>
@@ -595,6 +675,294 @@
     <message>
         <source>Quit Norvel</source>
         <translation>Выйти из Norvel</translation>
+    </message>
+</context>
+<context>
+    <name>TaskInfoContent</name>
+    <message>
+        <source>When task is active</source>
+        <translation>Когда задача начнётся</translation>
+    </message>
+    <message>
+        <source>When task is overdue</source>
+        <translation>Когда задача просрочена</translation>
+    </message>
+    <message>
+        <source>5 min before %1</source>
+        <translation>За 5 минут до %1</translation>
+    </message>
+    <message>
+        <source>15 min before %1</source>
+        <translation>За 15 минут до %1</translation>
+    </message>
+    <message>
+        <source>30 min before %1</source>
+        <translation>За 30 минут до %1</translation>
+    </message>
+    <message>
+        <source>1 hour before %1</source>
+        <translation>За 1 час до %1</translation>
+    </message>
+    <message>
+        <source>2 hours before %1</source>
+        <translation>За 2 часа до %1</translation>
+    </message>
+    <message>
+        <source>3 hours before %1</source>
+        <translation>За 3 часа до %1</translation>
+    </message>
+    <message>
+        <source>1 day before %1</source>
+        <translation>За 1 день до %1</translation>
+    </message>
+    <message>
+        <source>2 days before %1</source>
+        <translation>За 2 дня до %1</translation>
+    </message>
+    <message>
+        <source>start</source>
+        <translation>начала</translation>
+    </message>
+    <message>
+        <source>deadline</source>
+        <translation>срока</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Основное</translation>
+    </message>
+    <message>
+        <source>Metadata</source>
+        <translation>Метаданные</translation>
+    </message>
+    <message>
+        <source>Reminders</source>
+        <translation>Напоминания</translation>
+    </message>
+    <message>
+        <source>Memo</source>
+        <translation>Заметка</translation>
+    </message>
+    <message>
+        <source>Task name</source>
+        <translation>Название задачи</translation>
+    </message>
+    <message>
+        <source>Enter task name</source>
+        <translation>Введите название задачи</translation>
+    </message>
+    <message>
+        <source>Task status</source>
+        <translation>Статус задачи</translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation>Активна</translation>
+    </message>
+    <message>
+        <source>Complete</source>
+        <translation>Выполнена</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Проект</translation>
+    </message>
+    <message>
+        <source>Context</source>
+        <translation>Контекст</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Убрать из избранного</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Добавить в избранное</translation>
+    </message>
+    <message>
+        <source>Remind before start</source>
+        <translation>Напомнить до начала</translation>
+    </message>
+    <message>
+        <source>Remind before deadline</source>
+        <translation>Напомнить до срока</translation>
+    </message>
+    <message>
+        <source>Task has already started or overdue.
+Please adjust its dates to add a reminder</source>
+        <translation>Задача уже началась или просрочена.
+Измените её даты, чтобы добавить напоминание</translation>
+    </message>
+    <message>
+        <source>To add a reminder for this task please add
+a start or due date first</source>
+        <translation>Чтобы добавить напоминание,
+сначала укажите дату начала или срок</translation>
+    </message>
+    <message>
+        <source>Setup dates</source>
+        <translation>Указать даты</translation>
+    </message>
+    <message>
+        <source>Optional memo</source>
+        <translation>Заметка (необязательно)</translation>
+    </message>
+    <message>
+        <source>Enter memo</source>
+        <translation>Введите заметку</translation>
+    </message>
+</context>
+<context>
+    <name>TaskInfoPopup</name>
+    <message>
+        <source>Save Error</source>
+        <translation>Ошибка сохранения</translation>
+    </message>
+    <message>
+        <source>Please input task name</source>
+        <translation>Пожалуйста, введите название задачи</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Изменить</translation>
+    </message>
+    <message>
+        <source>New task</source>
+        <translation>Новая задача</translation>
+    </message>
+</context>
+<context>
+    <name>TaskPreviewPopup</name>
+    <message>
+        <source>Enter memo</source>
+        <translation>Введите заметку</translation>
+    </message>
+    <message>
+        <source>Reminders</source>
+        <translation>Напоминания</translation>
+    </message>
+    <message>
+        <source>Task Dates</source>
+        <translation>Сроки задачи</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Проект</translation>
+    </message>
+    <message>
+        <source>Context</source>
+        <translation>Контекст</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Изменить</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Убрать из избранного</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Добавить в избранное</translation>
+    </message>
+</context>
+<context>
+    <name>TaskRepetitionFragment</name>
+    <message>
+        <source>Warning</source>
+        <translation>Внимание</translation>
+    </message>
+    <message>
+        <source>Unfortunately with monthly repeating tasks it&apos;s impossible to set due date to 29, 30 and 31.</source>
+        <translation>К сожалению, для задач, повторяющихся ежемесячно, нельзя выбрать 29, 30 и 31 число.</translation>
+    </message>
+    <message>
+        <source>Repetition settings</source>
+        <translation>Настройки повторения</translation>
+    </message>
+    <message>
+        <source>Create a repetition</source>
+        <translation>Создать повторение</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Нет</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>День</translation>
+    </message>
+    <message>
+        <source>Week</source>
+        <translation>Неделя</translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation>Месяц</translation>
+    </message>
+    <message numerus="yes">
+        <source>Every %n day(s)</source>
+        <translation>
+            <numerusform>Каждый %n день</numerusform>
+            <numerusform>Каждые %n дня</numerusform>
+            <numerusform>Каждые %n дней</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Every %n week(s)</source>
+        <translation>
+            <numerusform>Каждую %n неделю</numerusform>
+            <numerusform>Каждые %n недели</numerusform>
+            <numerusform>Каждые %n недель</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Every %n month(s)</source>
+        <translation>
+            <numerusform>Каждый %n месяц</numerusform>
+            <numerusform>Каждые %n месяца</numerusform>
+            <numerusform>Каждые %n месяцев</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation>Пн</translation>
+    </message>
+    <message>
+        <source>Tue</source>
+        <translation>Вт</translation>
+    </message>
+    <message>
+        <source>Wed</source>
+        <translation>Ср</translation>
+    </message>
+    <message>
+        <source>Thu</source>
+        <translation>Чт</translation>
+    </message>
+    <message>
+        <source>Fri</source>
+        <translation>Пт</translation>
+    </message>
+    <message>
+        <source>Sat</source>
+        <translation>Сб</translation>
+    </message>
+    <message>
+        <source>Sun</source>
+        <translation>Вс</translation>
+    </message>
+    <message>
+        <source>Next start date: %1</source>
+        <translation>Следующее начало: %1</translation>
+    </message>
+    <message>
+        <source>Next due date: %1</source>
+        <translation>Следующий срок: %1</translation>
     </message>
 </context>
 <context>

@@ -108,6 +108,10 @@ void MainWindowTest::taskFromANotificationOpensInTheDailyPlan()
 
     GuiManager::instance()->showTaskById(QStringLiteral("bank-call"));
     QTRY_COMPARE(currentPageName(), QStringLiteral("DailyPlanPage"));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("TaskPreviewPopup")));
+    QCOMPARE(m_ui.text(QStringLiteral("previewTitle")), QStringLiteral("Call the bank"));
+    m_ui.pressKey(Qt::Key_Escape);
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskPreviewPopup")));
 }
 
 void MainWindowTest::backAndForwardWalkTheFolderHistory()
