@@ -42,7 +42,8 @@ void DataHandler::initialize()
 {
     d->database = DatabaseHandler::instance();
     d->repeatedTaskHelper = RepeatedTaskHelper::instance();
-    connect(SyncManager::instance(), &SyncManager::activeChanged, this, &DataHandler::handleSyncActiveChanged);
+    connect(SyncManager::instance(), &SyncManager::activeChanged, this,
+            &DataHandler::handleSyncActiveChanged);
     QLOG_INFO() << "Connecting to the database...";
     d->database->openDatabase(Helper::instance()->databaseFilePath());
     // Made here so that its timer and bus connection belong to this thread.

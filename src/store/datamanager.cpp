@@ -216,14 +216,18 @@ void DataManager::connectSyncManager()
     connect(sync, &SyncManager::userIsAboutToLogout, this, &DataManager::userIsAboutToLogout, queued);
     connect(sync, &SyncManager::checkLoginSuccessful, this, &DataManager::checkLoginSuccessful, queued);
     connect(sync, &SyncManager::resetPasswordSuccessful, this, &DataManager::resetPasswordSuccessful, queued);
-    connect(sync, &SyncManager::changePasswordSuccessful, this, &DataManager::changePasswordSuccessful, queued);
+    connect(sync, &SyncManager::changePasswordSuccessful, this, &DataManager::changePasswordSuccessful,
+            queued);
     connect(sync, &SyncManager::userRegistered, this, &DataManager::userRegistrationSuccessful, queued);
-    connect(sync, &SyncManager::passwordChangedOutside, this, &DataManager::userPasswordChangedOutside, queued);
+    connect(sync, &SyncManager::passwordChangedOutside, this, &DataManager::userPasswordChangedOutside,
+            queued);
     connect(sync, &SyncManager::lastSyncDateTimeChanged, this, &DataManager::lastSyncDateTimeChanged, queued);
-    for (auto changed : {&SyncManager::registrationActiveChanged, &SyncManager::checkLoginActiveChanged,
-                         &SyncManager::resetPasswordActiveChanged, &SyncManager::changePasswordActiveChanged}) {
-        connect(sync, changed, this, [this] { emit accountOperationActiveChanged(isAccountOperationActive()); },
-                queued);
+    for (auto changed :
+         {&SyncManager::registrationActiveChanged, &SyncManager::checkLoginActiveChanged,
+          &SyncManager::resetPasswordActiveChanged, &SyncManager::changePasswordActiveChanged}) {
+        connect(
+            sync, changed, this, [this] { emit accountOperationActiveChanged(isAccountOperationActive()); },
+            queued);
     }
 }
 
@@ -833,7 +837,8 @@ void DataManager::resetPassword(const QString& login)
 
 void DataManager::changePassword(const QString& oldPassword, const QString& newPassword)
 {
-    onWorkerQueued([oldPassword, newPassword] { SyncManager::instance()->changePassword(oldPassword, newPassword); });
+    onWorkerQueued(
+        [oldPassword, newPassword] { SyncManager::instance()->changePassword(oldPassword, newPassword); });
 }
 
 void DataManager::requestIndicatorStateForDate(const QDateTime& dateTime)

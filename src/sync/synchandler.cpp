@@ -150,7 +150,8 @@ struct SyncHandler::Private
 
 SyncHandler::Private::Private(SyncHandler* q)
     : q(q)
-    , api({{QStringLiteral("PLATFORM"), QStringLiteral("OSX")}, {QStringLiteral("VERSION"), QStringLiteral("1.11")}})
+    , api({{QStringLiteral("PLATFORM"), QStringLiteral("OSX")},
+           {QStringLiteral("VERSION"), QStringLiteral("1.11")}})
     , settings(dataFilePath(QStringLiteral("sync.dat")), QSettings::IniFormat)
 {
     settings.beginGroup(QStringLiteral("Sync"));
@@ -160,7 +161,8 @@ SyncHandler::SyncHandler(QObject* parent)
     : QObject(parent)
     , d(std::make_unique<Private>(this))
 {
-    connect(&d->api, &ApiHandler::proxyAuthenticationRequired, this, &SyncHandler::proxyAuthenticationRequired);
+    connect(&d->api, &ApiHandler::proxyAuthenticationRequired, this,
+            &SyncHandler::proxyAuthenticationRequired);
 }
 
 SyncHandler::~SyncHandler() = default;
@@ -183,7 +185,8 @@ bool SyncHandler::start()
     emit started();
     QLOG_INFO() << "Getting changes from server...";
     ApiOperation* operation = d->api.getChanges(d->fullResyncRequested ? 0 : d->lastClientRevision, nullptr);
-    connect(operation, &ApiOperation::finished, this, [this, operation] { d->handleChangesReply(operation); });
+    connect(operation, &ApiOperation::finished, this,
+            [this, operation] { d->handleChangesReply(operation); });
     return true;
 }
 
@@ -217,7 +220,8 @@ void SyncHandler::Private::loadSyncState()
     settings.sync();
     lastClientRevision = settings.value(lastClientRevisionKey).toInt();
     norvelBoxId = settings.value(norvelBoxIdKey, PredefinedDataHelper::defaultNorvelBoxId).toString();
-    oneStepActionsId = settings.value(oneStepActionsIdKey, PredefinedDataHelper::defaultOneStepActionsId).toString();
+    oneStepActionsId =
+        settings.value(oneStepActionsIdKey, PredefinedDataHelper::defaultOneStepActionsId).toString();
 }
 
 void SyncHandler::Private::handleChangesReply(ApiOperation* operation)
@@ -275,7 +279,8 @@ bool SyncHandler::Private::finishAccountCall(ApiOperation* operation)
 
 void SyncHandler::Private::reportNetworkError(ApiOperation* operation)
 {
-    const char* name = QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(operation->networkErrorCode());
+    const char* name =
+        QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(operation->networkErrorCode());
     QLOG_ERROR() << "Network error: " << name << ".  " << operation->errorText();
     emit q->networkError();
 }
@@ -320,7 +325,8 @@ bool SyncHandler::Private::applyServerChanges(const QVariantList& changes)
     QSettings predefined(dataFilePath(QStringLiteral("predefined_objects.dat")), QSettings::IniFormat);
     ApplyRun run;
     run.revision = changes.first().toInt();
-    run.predefinedIds = predefined.value(predefinedIdsKey).toString().split(QLatin1Char(','), Qt::SkipEmptyParts);
+    run.predefinedIds =
+        predefined.value(predefinedIdsKey).toString().split(QLatin1Char(','), Qt::SkipEmptyParts);
     const int count = changes.size();
     const int step = count < 10 ? 1 : count / 10;
     for (int i = 1; i < count; ++i) {
@@ -389,11 +395,13 @@ bool SyncHandler::Private::replacePredefinedSeed(QVariantMap& object, int code, 
     bool replaced = false;
     // The name the user gave the local seed wins over the server's.
     if (type == QLatin1String("project")) {
-        object.insert(QStringLiteral("NAME"), database->projects()->getProjectById(oldId).value(QStringLiteral("NAME")));
+        object.insert(QStringLiteral("NAME"),
+                      database->projects()->getProjectById(oldId).value(QStringLiteral("NAME")));
         replaced = database->projects()->updatePredefinedFolder(oldId, newId);
         replaced = database->projects()->updateProjectRemotely(object) && replaced;
     } else {
-        object.insert(QStringLiteral("NAME"), database->contexts()->getContextById(oldId).value(QStringLiteral("NAME")));
+        object.insert(QStringLiteral("NAME"),
+                      database->contexts()->getContextById(oldId).value(QStringLiteral("NAME")));
         const bool deleted = object.value(stateKey).toInt() != 0;
         replaced = database->contexts()->updatePredefinedContext(oldId, newId, deleted);
         replaced = database->contexts()->updateContextRemotely(object) && replaced;
@@ -410,7 +418,8 @@ void SyncHandler::Private::applyInboxProject(const QVariantMap& object, int inbo
     const QString& currentId = inbox == 1 ? norvelBoxId : oneStepActionsId;
     if (id == currentId)
         return;
-    QLOG_INFO() << (inbox == 1 ? "Changing NorvelBox project ID..." : "Changing OneStepActions project ID...");
+    QLOG_INFO() << (inbox == 1 ? "Changing NorvelBox project ID..."
+                               : "Changing OneStepActions project ID...");
     if (!database->tasks()->updateTaskParents(currentId, id))
         run.success = false;
     (inbox == 1 ? run.norvelBoxId : run.oneStepActionsId) = id;
@@ -449,7 +458,8 @@ bool SyncHandler::Private::applyServerObject(const QVariantMap& object, ObjectKi
     const DataObject stored = storedObject(kind, object.value(idKey).toString());
     if (stored.isEmpty())
         return createStored(kind, object);
-    const quint32 localTimestamp = stored.value(timestampKey).toUInt() + static_cast<quint32>(serverTimeDifference);
+    const quint32 localTimestamp =
+        stored.value(timestampKey).toUInt() + static_cast<quint32>(serverTimeDifference);
     if (localTimestamp < object.value(timestampKey).toUInt())
         return updateStored(kind, object);
     return true;
@@ -498,12 +508,12 @@ bool SyncHandler::Private::sendLocalChanges()
     ContextStore* contexts = database->contexts();
     // Parents leave before their children; deletions children first.
     const QList<SendRow> rows = {
-        {"Sending contexts to the server...", ContextObject, [contexts] { return contexts->getContextsToUpdate(); },
-         "Unable to sync contexts!", 64},
-        {"Sending folders to the server...", ProjectObject, [projects] { return projects->getFoldersToUpdate(); },
-         "Unable to sync folders!", 68},
-        {"Sending projects to the server...", ProjectObject, [projects] { return projects->getProjectsToUpdate(); },
-         "Unable to sync projects!", 72},
+        {"Sending contexts to the server...", ContextObject,
+         [contexts] { return contexts->getContextsToUpdate(); }, "Unable to sync contexts!", 64},
+        {"Sending folders to the server...", ProjectObject,
+         [projects] { return projects->getFoldersToUpdate(); }, "Unable to sync folders!", 68},
+        {"Sending projects to the server...", ProjectObject,
+         [projects] { return projects->getProjectsToUpdate(); }, "Unable to sync projects!", 72},
         {"Sending tasks to the server...", TaskObject, [tasks] { return tasks->getTasksToUpdate(); },
          "Unable to sync tasks!", 76},
         {"Sending deleted/completed tasks to the server...", TaskObject,
@@ -585,8 +595,8 @@ bool SyncHandler::Private::sendObject(const DataObject& object, ObjectKind kind)
     for (const char* key : {"SYNCED", "LEVEL", "CHILDREN"})
         map.remove(QLatin1String(key));
     map.insert(timestampKey, map.value(timestampKey).toUInt() + static_cast<quint32>(serverTimeDifference));
-    std::unique_ptr<ApiOperation, void (*)(ApiOperation*)> operation(issue(kind, local, map),
-                                                                      [](ApiOperation* op) { op->deleteLater(); });
+    std::unique_ptr<ApiOperation, void (*)(ApiOperation*)> operation(
+        issue(kind, local, map), [](ApiOperation* op) { op->deleteLater(); });
     bool denied = false;
     for (int pass = 1;; ++pass) {
         waitForOperation(operation.get());
@@ -619,7 +629,8 @@ bool SyncHandler::Private::sendObject(const DataObject& object, ObjectKind kind)
             denied = true;
             break;
         } else if (code == 107) {
-            const QString timestamp = errorText.mid(errorText.indexOf(newerObjectText) + newerObjectText.size());
+            const QString timestamp =
+                errorText.mid(errorText.indexOf(newerObjectText) + newerObjectText.size());
             map.insert(timestampKey, timestamp.split(QLatin1Char('.')).first().toUInt() + 1);
             operation.reset(issue(kind, false, map));
         }

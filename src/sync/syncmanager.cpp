@@ -26,26 +26,31 @@ QPair<QString, QString> serverErrorMessage(int code)
 {
     switch (code) {
     case 110:
-        return {QObject::tr("Warning"), QObject::tr("The app version you are using is too old. In order to perform "
-                                                    "sync, please update the app.")};
+        return {QObject::tr("Warning"),
+                QObject::tr("The app version you are using is too old. In order to perform "
+                            "sync, please update the app.")};
     case 200:
-        return {QObject::tr("Login Error"), QObject::tr("The email you have entered does not belong to any account.")};
+        return {QObject::tr("Login Error"),
+                QObject::tr("The email you have entered does not belong to any account.")};
     case 201:
         return {QObject::tr("Login Error"), QObject::tr("The password you have entered is incorrect.")};
     case 202:
         return {QObject::tr("Registration Error"), QObject::tr("A user with this email already exists.")};
     case 500:
-        return {QObject::tr("Internal Server Error"),
-                QObject::tr("We are sorry. The server encountered an internal error and was unable to complete "
-                            "your request. Please try again.")};
+        return {
+            QObject::tr("Internal Server Error"),
+            QObject::tr("We are sorry. The server encountered an internal error and was unable to complete "
+                        "your request. Please try again.")};
     case logoutErrorCode:
-        return {QObject::tr("Application Error"),
-                QObject::tr("Unknown error occurred during logout. Contact the application's support team for "
-                            "more information.")};
+        return {
+            QObject::tr("Application Error"),
+            QObject::tr("Unknown error occurred during logout. Contact the application's support team for "
+                        "more information.")};
     default:
-        return {QObject::tr("Sync Error"), QObject::tr("Sync error (code %1). Please logout from your account and "
-                                                       "login again to resolve the issue.")
-                                               .arg(code)};
+        return {QObject::tr("Sync Error"),
+                QObject::tr("Sync error (code %1). Please logout from your account and "
+                            "login again to resolve the issue.")
+                    .arg(code)};
     }
 }
 
@@ -79,7 +84,8 @@ SyncManager::SyncManager()
 {
     d->settings.beginGroup(QStringLiteral("Sync"));
     d->syncHandler = new SyncHandler(this);
-    d->loggedIn = !Settings::instance()->clientLogin().isEmpty() && !Settings::instance()->clientPassword().isEmpty();
+    d->loggedIn =
+        !Settings::instance()->clientLogin().isEmpty() && !Settings::instance()->clientPassword().isEmpty();
     connect(d->syncHandler, &SyncHandler::finished, this, &SyncManager::handleSyncFinished);
     connect(d->syncHandler, &SyncHandler::progressChanged, this, &SyncManager::handleProgressChanged);
     connect(d->syncHandler, &SyncHandler::networkError, this, &SyncManager::handleNetworkError);
@@ -108,8 +114,8 @@ int SyncManager::syncProgress() const
 namespace {
 
 // Runs one account call with its busy flag raised, and the reaction to its success.
-void runAccountOperation(bool& flag, const std::function<void(bool)>& flagChanged, const std::function<bool()>& call,
-                         const std::function<void()>& onSuccess)
+void runAccountOperation(bool& flag, const std::function<void(bool)>& flagChanged,
+                         const std::function<bool()>& call, const std::function<void()>& onSuccess)
 {
     flag = true;
     flagChanged(true);
@@ -277,9 +283,11 @@ void SyncManager::loadBuiltInProjectIds()
 {
     d->settings.sync();
     if (d->settings.contains(QStringLiteral("NB_ID")))
-        PredefinedDataHelper::instance()->setNorvelBoxId(d->settings.value(QStringLiteral("NB_ID")).toString());
+        PredefinedDataHelper::instance()->setNorvelBoxId(
+            d->settings.value(QStringLiteral("NB_ID")).toString());
     if (d->settings.contains(QStringLiteral("OSA_ID")))
-        PredefinedDataHelper::instance()->setOneStepActionsId(d->settings.value(QStringLiteral("OSA_ID")).toString());
+        PredefinedDataHelper::instance()->setOneStepActionsId(
+            d->settings.value(QStringLiteral("OSA_ID")).toString());
 }
 
 void SyncManager::handleSyncFinished()
