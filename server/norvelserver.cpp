@@ -73,6 +73,8 @@ void NorvelServer::configureLimits()
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     });
+    // A reply leaves in more than one write; without this, each waits out the client's delayed ACK.
+    m_http->set_tcp_nodelay(true);
     m_http->set_payload_max_length(largestBody);
     m_http->set_read_timeout(readTimeoutSeconds);
     m_http->set_write_timeout(writeTimeoutSeconds);
