@@ -222,13 +222,9 @@ void DataManager::connectSyncManager()
     connect(sync, &SyncManager::passwordChangedOutside, this, &DataManager::userPasswordChangedOutside,
             queued);
     connect(sync, &SyncManager::lastSyncDateTimeChanged, this, &DataManager::lastSyncDateTimeChanged, queued);
-    for (auto changed :
-         {&SyncManager::registrationActiveChanged, &SyncManager::checkLoginActiveChanged,
-          &SyncManager::resetPasswordActiveChanged, &SyncManager::changePasswordActiveChanged}) {
-        connect(
-            sync, changed, this, [this] { emit accountOperationActiveChanged(isAccountOperationActive()); },
-            queued);
-    }
+    for (auto changed : {&SyncManager::registrationActiveChanged, &SyncManager::checkLoginActiveChanged,
+                         &SyncManager::resetPasswordActiveChanged, &SyncManager::changePasswordActiveChanged})
+        connect(sync, changed, this, &DataManager::accountOperationActiveChanged, queued);
 }
 
 void DataManager::connectHardware()

@@ -85,3 +85,6 @@ private:
     struct Private;
     std::unique_ptr<Private> d;
 };
+
+// Crosses from the database thread to the interface, which fills the credentials in.
+Q_DECLARE_METATYPE(QAuthenticator*)
