@@ -21,6 +21,7 @@
 #include "store/datamanager.h"
 #include "store/predefineddatahelper.h"
 #include "sync/sortingnamespace.h"
+#include "sync/syncmanager.h"
 #include "utilities/helper.h"
 #include "utilities/urlhelper.h"
 
@@ -128,6 +129,11 @@ void GuiManager::connectNotifications()
             Qt::QueuedConnection);
     connect(notifications, &NotificationManager::mainWindowRequested, this, &GuiManager::showMainWindow,
             Qt::QueuedConnection);
+    // The sync waits on the database thread until the credentials are filled in here.
+    qRegisterMetaType<QNetworkProxy>();
+    qRegisterMetaType<QAuthenticator*>();
+    connect(SyncManager::instance(), &SyncManager::proxyAuthenticationRequired, this,
+            &GuiManager::handleProxyAuthentication, Qt::BlockingQueuedConnection);
 }
 
 void GuiManager::registerQmlTypes()

@@ -7,6 +7,7 @@
 #include "store/databasehandler.h"
 #include "store/sortedlistcleaner.h"
 #include "store/taskstore.h"
+#include "sync/syncmanager.h"
 #include "utilities/helper.h"
 
 #include <QList>
@@ -41,6 +42,8 @@ void DataHandler::initialize()
 {
     d->database = DatabaseHandler::instance();
     d->repeatedTaskHelper = RepeatedTaskHelper::instance();
+    connect(SyncManager::instance(), &SyncManager::activeChanged, this,
+            &DataHandler::handleSyncActiveChanged);
     QLOG_INFO() << "Connecting to the database...";
     d->database->openDatabase(Helper::instance()->databaseFilePath());
     // Made here so that its timer and bus connection belong to this thread.

@@ -12,6 +12,7 @@
 #include "store/predefineddatahelper.h"
 #include "store/projectstore.h"
 #include "store/taskstore.h"
+#include "sync/syncmanager.h"
 
 #include <QDataStream>
 #include <QSettings>
@@ -191,6 +192,7 @@ void DataManager::startWorker()
 
 void DataManager::connectWorker()
 {
+    connectSyncManager();
     connect(dataHandler, &DataHandler::indicatorStateForDateChanged, this,
             &DataManager::indicatorStateForDateChanged, Qt::QueuedConnection);
     // The worker may not start a timer of this thread; the midnight sync is re-armed here instead.
@@ -201,6 +203,28 @@ void DataManager::connectWorker()
                 restartMidnightTimer();
         },
         Qt::QueuedConnection);
+}
+
+void DataManager::connectSyncManager()
+{
+    SyncManager* sync = onWorker([] { return SyncManager::instance(); });
+    const auto queued = Qt::QueuedConnection;
+    connect(sync, &SyncManager::activeChanged, this, &DataManager::syncActiveChanged, queued);
+    connect(sync, &SyncManager::loggedInChanged, this, &DataManager::userLoggedInChanged, queued);
+    connect(sync, &SyncManager::networkError, this, &DataManager::syncNetworkError, queued);
+    connect(sync, &SyncManager::serverError, this, &DataManager::syncServerError, queued);
+    connect(sync, &SyncManager::userIsAboutToLogout, this, &DataManager::userIsAboutToLogout, queued);
+    connect(sync, &SyncManager::checkLoginSuccessful, this, &DataManager::checkLoginSuccessful, queued);
+    connect(sync, &SyncManager::resetPasswordSuccessful, this, &DataManager::resetPasswordSuccessful, queued);
+    connect(sync, &SyncManager::changePasswordSuccessful, this, &DataManager::changePasswordSuccessful,
+            queued);
+    connect(sync, &SyncManager::userRegistered, this, &DataManager::userRegistrationSuccessful, queued);
+    connect(sync, &SyncManager::passwordChangedOutside, this, &DataManager::userPasswordChangedOutside,
+            queued);
+    connect(sync, &SyncManager::lastSyncDateTimeChanged, this, &DataManager::lastSyncDateTimeChanged, queued);
+    for (auto changed : {&SyncManager::registrationActiveChanged, &SyncManager::checkLoginActiveChanged,
+                         &SyncManager::resetPasswordActiveChanged, &SyncManager::changePasswordActiveChanged})
+        connect(sync, changed, this, &DataManager::accountOperationActiveChanged, queued);
 }
 
 void DataManager::connectHardware()
@@ -737,50 +761,81 @@ bool DataManager::getGroupByDateParam(const QString& listId, ListType listType)
     return getSortedListInfo(listId, listType).groupByDate;
 }
 
-// Account and sync. They belong to the sync manager, which is not part of the program yet: until it
-// is, nobody is logged in and no sync runs.
+// Account and sync, answered by the sync manager on the database thread.
 
 bool DataManager::isUserLoggedIn()
 {
-    return false;
+    return onWorker([] { return SyncManager::instance()->isLoggedIn(); });
 }
 
 bool DataManager::isSyncActive()
 {
-    return false;
+    return onWorker([] { return SyncManager::instance()->isActive(); });
 }
 
 bool DataManager::isAccountOperationActive()
 {
-    return false;
+    return onWorker([] { return SyncManager::instance()->isRegistrationActive(); }) ||
+           onWorker([] { return SyncManager::instance()->isCheckLoginActive(); }) ||
+           onWorker([] { return SyncManager::instance()->resetPasswordActive(); }) ||
+           onWorker([] { return SyncManager::instance()->changePasswordActive(); });
 }
 
 QDateTime DataManager::lastSyncDateTime()
 {
-    return QDateTime();
+    return onWorker([] { return SyncManager::instance()->lastSyncDateTime(); });
 }
 
-void DataManager::logout() {}
+void DataManager::logout()
+{
+    onWorker([] {
+        SyncManager::instance()->logout();
+        RepeatedTaskHelper::instance()->clearReminders();
+        NotificationManager::instance()->clearAll();
+        return true;
+    });
+}
 
 void DataManager::startSync()
 {
     d->delayedSyncTimer->stop();
+    onWorkerQueued([] { SyncManager::instance()->start(); });
 }
 
 void DataManager::startSyncSilent()
 {
     d->delayedSyncTimer->stop();
+    onWorkerQueued([] { SyncManager::instance()->startSilent(); });
 }
 
-void DataManager::abortSync() {}
+void DataManager::abortSync()
+{
+    onWorker([] {
+        SyncManager::instance()->abort();
+        return true;
+    });
+}
 
-void DataManager::registerUser(const QString& /*login*/, const QString& /*password*/) {}
+void DataManager::registerUser(const QString& login, const QString& password)
+{
+    onWorkerQueued([login, password] { SyncManager::instance()->registerUser(login, password); });
+}
 
-void DataManager::checkLogin(const QString& /*login*/, const QString& /*password*/) {}
+void DataManager::checkLogin(const QString& login, const QString& password)
+{
+    onWorkerQueued([login, password] { SyncManager::instance()->checkLogin(login, password); });
+}
 
-void DataManager::resetPassword(const QString& /*login*/) {}
+void DataManager::resetPassword(const QString& login)
+{
+    onWorkerQueued([login] { SyncManager::instance()->resetPassword(login); });
+}
 
-void DataManager::changePassword(const QString& /*oldPassword*/, const QString& /*newPassword*/) {}
+void DataManager::changePassword(const QString& oldPassword, const QString& newPassword)
+{
+    onWorkerQueued(
+        [oldPassword, newPassword] { SyncManager::instance()->changePassword(oldPassword, newPassword); });
+}
 
 void DataManager::requestIndicatorStateForDate(const QDateTime& dateTime)
 {

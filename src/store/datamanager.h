@@ -194,6 +194,7 @@ private:
     DataManager();
     void startWorker();
     void connectWorker();
+    void connectSyncManager();
     void connectHardware();
     void setUpTimers();
     void restartMidnightTimer();
