@@ -1,5 +1,7 @@
 #include "norvelserver.h"
 
+#include "quickackserver.h"
+
 #include "accountstore.h"
 #include "httpexchange.h"
 #include "mailer.h"
@@ -37,7 +39,7 @@ bool NorvelServer::start(QString* error)
         m_http = std::make_unique<httplib::SSLServer>(m_options.tlsCertificate.toLocal8Bit().constData(),
                                                       m_options.tlsKey.toLocal8Bit().constData());
     } else {
-        m_http = std::make_unique<httplib::Server>();
+        m_http = std::make_unique<QuickAckServer>();
     }
     if (!m_http->is_valid()) {
         *error = QStringLiteral("The TLS certificate or key cannot be used");
