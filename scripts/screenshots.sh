@@ -31,6 +31,24 @@ INSERT INTO task (id, name, parent, due, state, timestamp) VALUES
     ('demo-2', 'Book tickets for the weekend', '$inbox', $(wall_clock "18:00"), 0, '$now'),
     ('demo-3', 'Buy a birthday present for Anna', '$inbox', NULL, 0, '$now'),
     ('demo-4', 'Read the chapter on weekly reviews', '$inbox', NULL, 0, '$now');
+INSERT INTO project (id, name, parent, folder, context, due, state, timestamp) VALUES
+    ('demo-home', 'Home', '', 1, NULL, NULL, 0, $now),
+    ('demo-work', 'Work', '', 1, NULL, NULL, 0, $now),
+    ('demo-kitchen', 'Kitchen renovation', 'demo-home', 0, '', $(wall_clock "+20 days 18:00"), 0, $now),
+    ('demo-garden', 'Garden for the summer', 'demo-home', 0, '', NULL, 0, $now),
+    ('demo-report', 'Quarterly report', 'demo-work', 0, '', $(wall_clock "+3 days 12:00"), 0, $now);
+INSERT INTO context (id, name, parent, state, timestamp) VALUES
+    ('demo-errands', 'Errands', '', 0, $now),
+    ('demo-hardware', 'Hardware store', 'demo-errands', 0, $now),
+    ('demo-phone', 'Phone', '', 0, $now),
+    ('demo-computer', 'Computer', '', 0, $now);
+INSERT INTO task (id, name, parent, context, start, due, period, state, timestamp) VALUES
+    ('demo-5', 'Choose the tiles for the kitchen', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "10:00"), '', 0, '$now'),
+    ('demo-6', 'Ask three builders for a quote', 'demo-kitchen', 'demo-phone', NULL, $(wall_clock "14:30"), '', 0, '$now'),
+    ('demo-7', 'Water the plants', 'demo-garden', '', NULL, $(wall_clock "08:00"), 'w;1;1,4', 0, '$now'),
+    ('demo-8', 'Collect the sales figures', 'demo-report', 'demo-computer', $(wall_clock "-2 days 09:00"), $(wall_clock "+3 days 12:00"), '', 0, '$now'),
+    ('demo-9', 'Buy paint and brushes', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "+1 day 17:00"), '', 0, '$now'),
+    ('demo-10', 'Send the invoice to the client', 'demo-work', 'demo-computer', NULL, $(wall_clock "-3 hours"), '', 2, '$now');
 SQL
     cat > "$data/settings.dat" <<INI
 [General]
@@ -61,9 +79,13 @@ shoot() {
             done
             # Give the icons and fonts a moment, then take the finished picture.
             sleep 2
+            # Clicks are points of the window separated by ";", made in turn.
             if [[ -n "$window" && -n "$3" ]]; then
-                xdotool mousemove --window "$window" $3 click 1 mousemove --window "$window" 600 600
-                sleep 1
+                IFS=";" read -ra points <<< "$3"
+                for point in "${points[@]}"; do
+                    xdotool mousemove --window "$window" $point click 1 mousemove --window "$window" 600 600
+                    sleep 1
+                done
             fi
             [[ -n "$window" ]] && import -window "$window" "$2"
             kill "$pid"
@@ -75,6 +97,11 @@ shoot() {
 
 # The side panel's Projects button; its first visit makes the demo folders.
 projects_button="45 290"
+contexts_button="45 375"
 shoot main-window-light 1 "#1E88E5" en
 shoot main-window-dark 2 "#73ABFC" en
 shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
+shoot projects-light 1 "#1E88E5" en "$projects_button"
+shoot projects-dark 2 "#73ABFC" en "$projects_button"
+shoot contexts-light 1 "#1E88E5" en "$contexts_button"
+shoot contexts-dark 2 "#73ABFC" en "$contexts_button"
