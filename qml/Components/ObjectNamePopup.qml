@@ -8,15 +8,15 @@ Popup {
     property string title
     property string name
     property string emptyNameText
+    property bool nameRefused: false
 
     signal saved(string name)
 
     function save() {
         var trimmed = nameField.text.trim()
-        if (trimmed === "") {
-            popupHelper.showMessage(qsTr("Save Error"), emptyNameText)
+        nameRefused = trimmed === ""
+        if (nameRefused)
             return
-        }
         saved(trimmed)
         close()
     }
@@ -59,6 +59,15 @@ Popup {
             text: popup.name
             selectByMouse: true
             onAccepted: popup.save()
+        }
+
+        StyledLabel {
+            objectName: "nameError"
+            width: parent.width
+            visible: popup.nameRefused
+            text: qsTr("Save Error") + ": " + popup.emptyNameText
+            color: appStyle.colors.red
+            wrapMode: Text.Wrap
         }
 
         Row {

@@ -68,7 +68,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: row.object ? row.object.NAME : ""
         color: appStyle.colors.taskName
-        font.bold: row.object !== undefined && row.object.FOLDER === true
+        font.bold: row.object !== undefined && row.object.FOLDER == true
         elide: Text.ElideRight
     }
 }

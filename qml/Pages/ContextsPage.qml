@@ -132,6 +132,7 @@ TreeViewPage {
 
     NvMenu {
         id: menu
+        objectName: "contextsMenu"
 
         property var object: null
         readonly property bool onContext: object !== null && !page.isNoContext(object)
@@ -139,36 +140,41 @@ TreeViewPage {
         NvMenuItem {
             objectName: "contextMenuAddContext"
             label: menu.onContext ? qsTr("Add nested context") : qsTr("Add Context")
-            visible: page.objectLevel(menu.object) < page.maxTreeLevel && !page.isNoContext(menu.object)
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: page.objectLevel(menu.object) < page.maxTreeLevel && !page.isNoContext(menu.object)
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.addContext(menu.onContext ? menu.object.ID : "")
         }
         NvMenuItem {
             objectName: "contextMenuEdit"
             label: qsTr("Edit Context")
-            visible: menu.onContext
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.onContext
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.rename(menu.object)
         }
         NvMenuItem {
             objectName: "contextMenuDelete"
             label: qsTr("Delete Context")
-            visible: menu.onContext
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.onContext
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.deleteObject(menu.object)
         }
         NvMenuItem {
             objectName: "contextMenuCut"
             label: qsTr("Cut")
-            visible: menu.onContext
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.onContext
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.hold(menu.object, true)
         }
         NvMenuItem {
             objectName: "contextMenuCopy"
             label: qsTr("Copy")
-            visible: menu.onContext
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.onContext
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.hold(menu.object, false)
         }
         NvMenuItem {

@@ -143,7 +143,7 @@ Item {
                 width: 18
                 height: 18
                 visible: !checkBox.visible
-                iconSource: row.object.FOLDER === true ? "projects.svg"
+                iconSource: row.object.FOLDER == true ? "projects.svg"
                                                        : row.object.CONTEXT !== undefined ? "norvel_box.svg"
                                                                                           : "contexts.svg"
             }

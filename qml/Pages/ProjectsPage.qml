@@ -24,7 +24,7 @@ TreeViewPage {
             currentProjectId = ""
             return ProjectHandler.getRootObjects()
         }
-        if (object.FOLDER === true) {
+        if (object.FOLDER == true) {
             currentFolderId = object.ID
             currentProjectId = ""
             return ProjectHandler.getNestedObjects(object.ID)
@@ -35,7 +35,7 @@ TreeViewPage {
     }
 
     function objectIcon(object) {
-        return object.FOLDER === true ? "projects.svg" : "norvel_box.svg"
+        return object.FOLDER == true ? "projects.svg" : "norvel_box.svg"
     }
 
     function canEnter(object) {
@@ -48,7 +48,7 @@ TreeViewPage {
     }
 
     function isFolder(object) {
-        return object !== null && object.FOLDER === true
+        return object !== null && object.FOLDER == true
     }
 
     function openContextMenu(object) {
@@ -164,6 +164,7 @@ TreeViewPage {
 
     NvMenu {
         id: menu
+        objectName: "projectsMenu"
 
         property var object: null
         readonly property bool onFolder: page.isFolder(object)
@@ -173,58 +174,66 @@ TreeViewPage {
         NvMenuItem {
             objectName: "projectMenuAddFolder"
             label: menu.onFolder ? qsTr("Add nested folder") : qsTr("Add Folder")
-            visible: !menu.onProject && menu.canNest
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: !menu.onProject && menu.canNest
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.addFolder(menu.onFolder ? menu.object.ID : "")
         }
         NvMenuItem {
             objectName: "projectMenuAddProject"
             label: menu.onFolder ? qsTr("Add a project to this folder") : qsTr("Add Project")
-            visible: !menu.onProject
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: !menu.onProject
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.addProject(menu.onFolder ? menu.object.ID : "")
         }
         NvMenuItem {
             objectName: "projectMenuCompleteProject"
             label: menu.object && menu.object.STATE === COMPLETED_OBJECT_STATE ? qsTr("Mark as not complete")
                                                                               : qsTr("Mark as completed")
-            visible: menu.onProject
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.onProject
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.toggleCompleted(menu.object)
         }
         NvMenuItem {
             objectName: "projectMenuAddTask"
             label: qsTr("Add a task to this project")
-            visible: menu.onProject
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.onProject
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.addTask(menu.object)
         }
         NvMenuItem {
             objectName: "projectMenuEdit"
             label: menu.onFolder ? qsTr("Edit Folder") : qsTr("Edit Project")
-            visible: menu.object !== null
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.object !== null
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.rename(menu.object)
         }
         NvMenuItem {
             objectName: "projectMenuDelete"
             label: menu.onFolder ? qsTr("Delete Folder") : qsTr("Delete Project")
-            visible: menu.object !== null
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.object !== null
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.deleteObject(menu.object)
         }
         NvMenuItem {
             objectName: "projectMenuCut"
             label: qsTr("Cut")
-            visible: menu.object !== null
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.object !== null
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.hold(menu.object, true)
         }
         NvMenuItem {
             objectName: "projectMenuCopy"
             label: qsTr("Copy")
-            visible: menu.object !== null
-            height: visible ? implicitHeight : 0
+            readonly property bool shown: menu.object !== null
+            visible: shown
+            height: shown ? implicitHeight : 0
             onActivated: page.hold(menu.object, false)
         }
         NvMenuItem {

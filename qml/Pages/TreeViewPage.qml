@@ -14,6 +14,8 @@ HistoryPage {
     property var treeViewCurrentItem: null
     property var treeViewCurrentDelegateItem: null
     property bool treeViewIsHidden: false
+    // Only the user's showing and hiding animates; the first layout of the page does not.
+    property bool treeWidthAnimated: false
     property int currentTreeLevel: 0
     readonly property bool hasSelectedTreeItem: treeViewCurrentItem !== null
     readonly property var currentListPage: listStack.currentItem
@@ -210,6 +212,7 @@ HistoryPage {
     }
 
     function handleHideNavigationAction() {
+        treeWidthAnimated = true
         treeViewIsHidden = !treeViewIsHidden
     }
 
@@ -273,6 +276,7 @@ HistoryPage {
         clip: true
 
         Behavior on width {
+            enabled: page.treeWidthAnimated
             NumberAnimation { duration: 300 }
         }
 
