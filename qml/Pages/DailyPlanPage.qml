@@ -8,7 +8,7 @@ HistoryPage {
     id: page
 
     property date selectedDate: today()
-    property var currentListPage: null
+    property Item currentListPage: null
     // Collapsed sections outlive a change of date, but not the page.
     property var collapsedSections: ({})
     property date knownToday: today()
