@@ -8,7 +8,7 @@ DraggableDelegate {
     id: row
 
     readonly property var object: itemObject || ({})
-    readonly property string objectName_: object.NAME !== undefined ? object.NAME : ""
+    readonly property string displayName: object.NAME !== undefined ? object.NAME : ""
     readonly property string kind: object.FOLDER === true ? "folder"
                                                           : object.CONTEXT !== undefined ? "project" : "context"
     readonly property bool completed: object.STATE === COMPLETED_OBJECT_STATE
@@ -19,7 +19,7 @@ DraggableDelegate {
 
     signal restoreClicked()
 
-    objectName: kind + "_" + objectName_
+    objectName: kind + "_" + displayName
     dragKey: kind
     dragEnabled: false
     height: Math.max(48, column.implicitHeight + 16)
@@ -49,7 +49,7 @@ DraggableDelegate {
 
         StyledLabel {
             width: parent.width
-            text: row.textDecorator(row.objectName_)
+            text: row.textDecorator(row.displayName)
             textFormat: Text.RichText
             wrapMode: Text.Wrap
             font.pixelSize: 14
@@ -79,7 +79,7 @@ DraggableDelegate {
         spacing: 2
 
         Button {
-            objectName: "restoreButton_" + row.objectName_
+            objectName: "restoreButton_" + row.displayName
             text: qsTr("Restore")
             visible: row.hovered || hovered
             onClicked: row.restoreClicked()

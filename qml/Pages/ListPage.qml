@@ -419,6 +419,10 @@ Page {
 
     DelegateModel {
         id: visualModel
+
+        // Rows name their page "listPage" themselves; this is how they reach it.
+        property Item ownerPage: listPage
+
         model: listPage.model
         groups: [
             DelegateModelGroup {
@@ -427,7 +431,7 @@ Page {
             }
         ]
         delegate: ListDelegate {
-            listPage: listPage
+            listPage: visualModel.ownerPage
         }
     }
 

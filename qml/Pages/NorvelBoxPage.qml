@@ -74,6 +74,7 @@ HistoryPage {
         TaskHandler.createTask(task)
     }
 
+    objectName: "NorvelBoxPage"
     sectionHeader: qsTr("Norvel Box")
 
     Component.onCompleted: {

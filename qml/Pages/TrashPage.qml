@@ -1,5 +1,5 @@
 import QtQuick 2.15
-import QtQuick.Controls 2.15
+import QtQuick.Controls 2.15 as Controls
 import QtQuick.Layouts 1.15
 import com.kelmora.helpers 1.0
 import "../Components"
@@ -67,7 +67,7 @@ Page {
             Layout.fillWidth: true
             title: qsTr("Trash")
 
-            Button {
+            Controls.Button {
                 objectName: "emptyTrashButton"
                 anchors.right: parent.right
                 anchors.rightMargin: 12
@@ -86,7 +86,7 @@ Page {
             color: appStyle.pages.placeholderText
         }
 
-        TabBar {
+        Controls.TabBar {
             id: tabBar
             objectName: "trashTabBar"
             Layout.fillWidth: true
@@ -94,7 +94,7 @@ Page {
 
             Repeater {
                 model: page.tabs
-                TabButton {
+                Controls.TabButton {
                     objectName: "trashTab_" + modelData.kind
                     text: modelData.title
                 }
