@@ -301,12 +301,12 @@ Page {
                 deleteObjects(objects)
                 return
             }
-            popupHelper.showMessage(deletionTitle(object), deletionQuestion(object),
-                                    function () { deleteObjects(objects) })
+            popupHelper.showQuestionDialog(deletionTitle(object), deletionQuestion(object),
+                                          function () { deleteObjects(objects) })
             return
         }
-        popupHelper.showMessage(qsTr("Delete objects"), qsTr("Are you sure you want to delete all these objects?"),
-                                function () { deleteObjects(objects) })
+        popupHelper.showQuestionDialog(qsTr("Delete objects"), qsTr("Are you sure you want to delete all these objects?"),
+                                       function () { deleteObjects(objects) })
     }
 
     function removeObject(object, isLast) {

@@ -58,7 +58,7 @@ HistoryPage {
             return
         var object = Clipboard.object
         if (object.PERIOD === undefined) {
-            popupHelper.showMessage(qsTr("Paste error"), qsTr("One can paste only tasks into this list."))
+            popupHelper.showMessageDialog(qsTr("Paste error"), qsTr("One can paste only tasks into this list."))
             return
         }
         var task = JSON.parse(JSON.stringify(object))

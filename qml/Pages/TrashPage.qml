@@ -38,11 +38,11 @@ Page {
     }
 
     function emptyTrash() {
-        popupHelper.showMessage(qsTr("Empty Trash"), qsTr("Are you sure you want to delete everything for good?"),
-                                function () {
-                                    Settings.trashCleanupTimestamp = Math.floor(Date.now() / 1000)
-                                    page.rebuildTabs()
-                                })
+        popupHelper.showQuestionDialog(qsTr("Empty Trash"), qsTr("Are you sure you want to delete everything for good?"),
+                                       function () {
+                                           Settings.trashCleanupTimestamp = Math.floor(Date.now() / 1000)
+                                           page.rebuildTabs()
+                                       }, "", "", false, qsTr("Delete all"))
     }
 
     function restore(object, kind) {
