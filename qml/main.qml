@@ -35,7 +35,7 @@ ApplicationWindow {
 
     function showDatabaseError() {
         GuiManager.showMainWindow()
-        popupHelper.showMessage(qsTr("Database Error"),
+        popupHelper.showMessageDialog(qsTr("Database Error"),
                                 qsTr("Unable to deploy database. Please contact the application's support team for more information. The application will be closed."),
                                 Qt.quit)
     }
@@ -44,6 +44,7 @@ ApplicationWindow {
         // The project arrives too, but the task opens in the daily plan on purpose.
         sidePanel.openDailyPlanPage(task, true)
         GuiManager.showMainWindow()
+        popupHelper.showTaskPreviewPopup(task)
     }
 
     function shakeWindow() {
@@ -75,6 +76,10 @@ ApplicationWindow {
 
     PopupHelper {
         id: popupHelper
+    }
+
+    ObjectUpdater {
+        id: objectUpdater
     }
 
     RowLayout {
@@ -157,7 +162,7 @@ ApplicationWindow {
     onClosing: {
         close.accepted = false
         if (GuiManager.hasTrayIcon() && Settings.showMessageOnClose) {
-            popupHelper.showMessage("Norvel",
+            popupHelper.showMessageDialog("Norvel",
                                     qsTr("Please note that the app is still running in the background. In order to close it please use the icon in the system tray."),
                                     function () {
                                         Settings.showMessageOnClose = false
@@ -176,6 +181,11 @@ ApplicationWindow {
             mainWindow.startSyncIfPossible()
         }
         function onAppThemeChanged() { GuiManager.setTitleBarColor(mainWindow.titleBarColor()) }
+        // The user's next click after a delete or completion is taken as assent.
+        function onUserPerformedAction() {
+            statusBar.hideUndoMessage()
+            GuiManager.endTrackUserActions()
+        }
     }
 
     Connections {
@@ -202,10 +212,10 @@ ApplicationWindow {
             FunctionHelper.callIfProvided(FavoritesManager, "sync")
         }
         function onSyncNetworkError() {
-            popupHelper.showMessage(qsTr("Network error"),
+            popupHelper.showMessageDialog(qsTr("Network error"),
                                     qsTr("The server could not be reached. Make sure the internet connection is working and try again."))
         }
-        function onSyncServerError(title, displayMessage) { popupHelper.showMessage(title, displayMessage) }
+        function onSyncServerError(title, displayMessage) { popupHelper.showMessageDialog(title, displayMessage) }
         function onCheckLoginSuccessful() {
             Settings.cloudSyncEnabled = true
             DataManager.startSync()
@@ -216,7 +226,7 @@ ApplicationWindow {
         }
         function onUserPasswordChangedOutside() {
             sidePanel.openAccountSettings()
-            popupHelper.showMessage(qsTr("Sync error"),
+            popupHelper.showMessageDialog(qsTr("Sync error"),
                                     qsTr("It seems like you changed your password on another device. Please login to your account with the new password."))
         }
     }

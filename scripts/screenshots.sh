@@ -30,7 +30,10 @@ INSERT INTO task (id, name, parent, due, state, timestamp) VALUES
     ('demo-1', 'Call the bank about the card', '$inbox', $(wall_clock "-1 day 18:00"), 0, '$now'),
     ('demo-2', 'Book tickets for the weekend', '$inbox', $(wall_clock "18:00"), 0, '$now'),
     ('demo-3', 'Buy a birthday present for Anna', '$inbox', NULL, 0, '$now'),
-    ('demo-4', 'Read the chapter on weekly reviews', '$inbox', NULL, 0, '$now');
+    ('demo-4', 'Read the chapter on weekly reviews', '$inbox', NULL, 0, '$now'),
+    ('demo-5', 'Old shopping list', '$inbox', NULL, 1, '$now'),
+    ('demo-6', 'Renew the gym membership', '$inbox', NULL, 1, '$now');
+UPDATE task SET memo = 'Ask about the travel insurance that comes with the card' WHERE id = 'demo-1';
 INSERT INTO project (id, name, parent, folder, context, due, state, timestamp) VALUES
     ('demo-home', 'Home', '', 1, NULL, NULL, 0, $now),
     ('demo-work', 'Work', '', 1, NULL, NULL, 0, $now),
@@ -43,12 +46,12 @@ INSERT INTO context (id, name, parent, state, timestamp) VALUES
     ('demo-phone', 'Phone', '', 0, $now),
     ('demo-computer', 'Computer', '', 0, $now);
 INSERT INTO task (id, name, parent, context, start, due, period, state, timestamp) VALUES
-    ('demo-5', 'Choose the tiles for the kitchen', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "10:00"), '', 0, '$now'),
-    ('demo-6', 'Ask three builders for a quote', 'demo-kitchen', 'demo-phone', NULL, $(wall_clock "14:30"), '', 0, '$now'),
-    ('demo-7', 'Water the plants', 'demo-garden', '', NULL, $(wall_clock "08:00"), 'w;1;1,4', 0, '$now'),
-    ('demo-8', 'Collect the sales figures', 'demo-report', 'demo-computer', $(wall_clock "-2 days 09:00"), $(wall_clock "+3 days 12:00"), '', 0, '$now'),
-    ('demo-9', 'Buy paint and brushes', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "+1 day 17:00"), '', 0, '$now'),
-    ('demo-10', 'Send the invoice to the client', 'demo-work', 'demo-computer', NULL, $(wall_clock "-3 hours"), '', 2, '$now');
+    ('demo-p1', 'Choose the tiles for the kitchen', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "10:00"), '', 0, '$now'),
+    ('demo-p2', 'Ask three builders for a quote', 'demo-kitchen', 'demo-phone', NULL, $(wall_clock "14:30"), '', 0, '$now'),
+    ('demo-p3', 'Water the plants', 'demo-garden', '', NULL, $(wall_clock "08:00"), 'w;1;1,4', 0, '$now'),
+    ('demo-p4', 'Collect the sales figures', 'demo-report', 'demo-computer', $(wall_clock "-2 days 09:00"), $(wall_clock "+3 days 12:00"), '', 0, '$now'),
+    ('demo-p5', 'Buy paint and brushes', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "+1 day 17:00"), '', 0, '$now'),
+    ('demo-p6', 'Send the invoice to the client', 'demo-work', 'demo-computer', NULL, $(wall_clock "-3 hours"), '', 2, '$now');
 SQL
     cat > "$data/settings.dat" <<INI
 [General]
@@ -61,10 +64,10 @@ app_language=$language
 INI
 }
 
-# Runs the program until its window can be grabbed, clicks the given point of the window if any,
-# grabs the window and ends the program.
+# Runs the program until its window can be grabbed, clicks the given point of the window if any and
+# types the given text, grabs the window and ends the program.
 shoot() {
-    local name=$1 theme=$2 color=$3 language=$4 click=${5:-}
+    local name=$1 theme=$2 color=$3 language=$4 click=${5:-} typed=${6:-}
     local home="$work/$name"
     prepare_home "$home" "$theme" "$color" "$language"
     HOME="$home" XDG_DATA_HOME="$home/.local/share" XDG_CONFIG_HOME="$home/.config" \
@@ -86,21 +89,28 @@ shoot() {
                     xdotool mousemove --window "$window" $point click 1 mousemove --window "$window" 600 600
                     sleep 1
                 done
+                if [[ -n "$4" ]]; then
+                    xdotool type --delay 50 "$4"
+                    sleep 1
+                fi
             fi
             [[ -n "$window" ]] && import -window "$window" "$2"
             kill "$pid"
             wait "$pid" || true
             [[ -n "$window" ]]
-        ' screenshot "$program" "$output/$name.png" "$click"
+        ' screenshot "$program" "$output/$name.png" "$click" "$typed"
     echo "Wrote $output/$name.png"
 }
 
 # The side panel's Projects button; its first visit makes the demo folders.
 projects_button="45 290"
 contexts_button="45 375"
+norvel_box_button="45 120"
 shoot main-window-light 1 "#1E88E5" en
 shoot main-window-dark 2 "#73ABFC" en
 shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
+shoot norvel-box-light 1 "#1E88E5" en "$norvel_box_button"
+shoot norvel-box-dark 2 "#73ABFC" en "$norvel_box_button"
 shoot projects-light 1 "#1E88E5" en "$projects_button"
 shoot projects-dark 2 "#73ABFC" en "$projects_button"
 shoot contexts-light 1 "#1E88E5" en "$contexts_button"

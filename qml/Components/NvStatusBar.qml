@@ -23,6 +23,33 @@ Rectangle {
         return qsTr("Last synced: %1").arg(lastSync.toLocaleString(locale, Locale.NarrowFormat))
     }
 
+    // A new offer settles the running one first: its deletion or completion becomes final.
+    function showUndoMessage(text, acceptCallback, undoCallback) {
+        if (undoTimer.running) {
+            undoTimer.stop()
+            undoRow.acceptCallback()
+        }
+        undoLabel.text = text
+        undoRow.acceptCallback = acceptCallback
+        undoRow.undoCallback = undoCallback
+        undoTimer.restart()
+    }
+
+    function hideUndoMessage() {
+        undoTimer.stop()
+        undoRow.acceptCallback()
+        undoRow.shown = false
+    }
+
+    function undo() {
+        if (!undoTimer.running)
+            return
+        undoTimer.stop()
+        undoRow.undoCallback()
+        undoRow.shown = false
+        GuiManager.endTrackUserActions()
+    }
+
     implicitHeight: appStyle.components.statusBar.height
     color: appStyle.components.statusBar.backgroundColor
 
@@ -47,6 +74,58 @@ Rectangle {
             enabled: !DataManager.isUserLoggedIn
             cursorShape: enabled ? Qt.PointingHandCursor : Qt.ArrowCursor
             onClicked: sidePanel.openMethodSyncArticle()
+        }
+    }
+
+    Row {
+        id: undoRow
+
+        property var acceptCallback: function () {}
+        property var undoCallback: function () {}
+        property bool shown: false
+
+        objectName: "undoRow"
+        anchors.centerIn: parent
+        spacing: 8
+        opacity: shown ? 1 : 0
+        visible: opacity > 0
+
+        Behavior on opacity {
+            NumberAnimation { duration: 300 }
+        }
+
+        StyledLabel {
+            id: undoLabel
+            objectName: "undoLabel"
+            anchors.verticalCenter: parent.verticalCenter
+            color: appStyle.components.statusBar.textColor
+            font.pixelSize: appStyle.components.statusBar.fontPixelSize
+        }
+
+        StyledLabel {
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Restore")
+            color: appStyle.applicationColor
+            font.pixelSize: appStyle.components.statusBar.fontPixelSize
+            font.bold: true
+
+            MouseArea {
+                objectName: "UndoButton"
+                anchors.fill: parent
+                cursorShape: Qt.PointingHandCursor
+                onClicked: statusBar.undo()
+            }
+        }
+    }
+
+    Timer {
+        id: undoTimer
+        interval: 9700
+        onRunningChanged: if (running) undoRow.shown = true
+        // The tracking stays on: the next click anywhere confirms once more, which the services bear.
+        onTriggered: {
+            undoRow.acceptCallback()
+            undoRow.shown = false
         }
     }
 }

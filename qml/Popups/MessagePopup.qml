@@ -2,45 +2,79 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import "../Components"
 
-// A message with a title and one button.
-Popup {
+// A question or a message with one or two buttons; the focused button is the filled one.
+AnimatedPopup {
     id: popup
 
-    property string title
-    property string text
+    property string titleText
+    property string messageText
+    property string acceptButtonText: qsTr("Yes")
+    property bool rejectButtonVisible: true
+    property bool checkBoxVisible: false
+    property string checkBoxText
+    property bool checkBoxChecked: false
+    property string checkBoxSettingsParam
+    property bool acceptFocused: true
+    property bool acceptClicked: false
 
     signal accepted()
 
     function handleEnterButton() {
+        if (acceptFocused || !rejectButtonVisible)
+            accept()
+        else
+            hideWithAnimation()
+    }
+
+    function selectCancelButton() {
+        if (rejectButtonVisible)
+            acceptFocused = false
+    }
+
+    function accept() {
+        acceptClicked = true
         accepted()
-        close()
+        hideWithAnimation()
     }
 
-    objectName: "messagePopup"
-    modal: true
+    objectName: "MessagePopup"
+    z: 1000
+    popupWidth: 360
+    popupHeight: content.implicitHeight + 40
     focus: true
-    width: appStyle.popups.messageWidth
-    x: Math.round((parent.width - width) / 2)
-    y: Math.round((parent.height - height) / 3)
-    padding: 20
-    closePolicy: Popup.CloseOnEscape
 
-    background: Rectangle {
-        radius: 8
-        color: appStyle.popups.backgroundColor
-        border.color: appStyle.components.toolBar.borderColor
+    Keys.onPressed: {
+        if (event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab || event.key === Qt.Key_Left
+                || event.key === Qt.Key_Right) {
+            acceptFocused = !rejectButtonVisible || !acceptFocused
+        } else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) {
+            handleEnterButton()
+        } else if (event.key === Qt.Key_Escape) {
+            hideWithAnimation()
+        } else {
+            return
+        }
+        event.accepted = true
     }
 
-    Overlay.modal: Rectangle {
-        color: appStyle.popups.overlayColor
+    // A one-button message closed by Escape still runs what it was shown for, once.
+    onAboutToBeDestroyed: {
+        if (!rejectButtonVisible && !acceptClicked)
+            accepted()
     }
 
-    contentItem: Column {
+    Column {
+        id: content
+        parent: popup.card
+        x: 20
+        y: 20
+        width: popup.card.width - 40
         spacing: 14
 
         StyledLabel {
+            objectName: "MessagePopupTitle"
             width: parent.width
-            text: popup.title
+            text: popup.titleText
             font.pixelSize: 15
             font.bold: true
             wrapMode: Text.Wrap
@@ -48,15 +82,35 @@ Popup {
 
         StyledLabel {
             width: parent.width
-            text: popup.text
+            text: popup.messageText
             wrapMode: Text.Wrap
         }
 
-        Button {
-            objectName: "messageOkButton"
+        CheckBox {
+            visible: popup.checkBoxVisible
+            text: popup.checkBoxText
+            checked: popup.checkBoxChecked
+            onToggled: popup.checkBoxChecked = checked
+        }
+
+        Row {
             anchors.right: parent.right
-            text: qsTr("OK")
-            onClicked: popup.handleEnterButton()
+            spacing: 10
+
+            Button {
+                objectName: "MessagePopupCancelButton"
+                visible: popup.rejectButtonVisible
+                text: qsTr("Cancel")
+                highlighted: !popup.acceptFocused
+                onClicked: popup.hideWithAnimation()
+            }
+
+            Button {
+                objectName: "MessagePopupAcceptButton"
+                text: popup.acceptButtonText
+                highlighted: popup.acceptFocused
+                onClicked: popup.accept()
+            }
         }
     }
 }
