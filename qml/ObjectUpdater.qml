@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import com.kelmora.helpers 1.0
 
 // The one path through which list rows save an edited object and keep its reminders in step.
 // The queue is committed at once; it keeps the shape of a save that may be postponed.

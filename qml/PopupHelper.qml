@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import com.kelmora.helpers 1.0
 
 // The one way popups come into being: each is built here with its start parameters, and the count
 // of visible popups disables the menus.

@@ -110,8 +110,13 @@ ToolBar {
         ToolBarButton {
             objectName: "addButton"
             iconSource: "add.svg"
-            enabled: pageLoader.currentListPage !== undefined && !toolBar.methodArticleVisible
+            enabled: !!toolBar.page && !toolBar.methodArticleVisible
             ToolTip.text: qsTr("Add")
+            // Until the list pages choose their own kind of new object, a new task goes to the inbox.
+            onClicked: {
+                if (toolBar.page.isEditActive !== true && !popupHelper.isPopupVisible)
+                    popupHelper.showNorvelBoxTaskPopup()
+            }
         }
 
         ToolBarButton {

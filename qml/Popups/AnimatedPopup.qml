@@ -9,6 +9,8 @@ Popup {
     property int verticalCenterOffset: 0
     default property alias cardData: card.data
     readonly property alias card: card
+    // True once the card has arrived.
+    property bool opened: false
 
     function show() {
         visible = true
@@ -48,6 +50,7 @@ Popup {
         to: (popup.height - card.height) / 2 + popup.verticalCenterOffset
         duration: 500
         easing.type: Easing.OutCubic
+        onFinished: popup.opened = true
     }
 
     SequentialAnimation {

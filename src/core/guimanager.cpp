@@ -135,6 +135,8 @@ void GuiManager::registerQmlTypes()
     const QString noReason;
     qmlRegisterUncreatableType<NotificationManager>("com.kelmora.managers", 1, 0, "NotificationEnum",
                                                     noReason);
+    // The reminder wording takes the type as a parameter; QML can pass it only once it is known by name.
+    qRegisterMetaType<NotificationManager::NotificationType>("NotificationManager::NotificationType");
     qmlRegisterUncreatableType<Settings>("com.kelmora.managers", 1, 0, "SettingsEnums", noReason);
     qmlRegisterSingletonType(QUrl(QStringLiteral("qrc:/PurchaseHelper.qml")), "com.kelmora.helpers", 1, 0,
                              "PurchaseHelper");

@@ -1,0 +1,167 @@
+#include "core/guimanager.h"
+#include "reminders/notificationmanager.h"
+#include "store/datamanager.h"
+#include "store/predefineddatahelper.h"
+#include "testlib/testenvironment.h"
+#include "testlib/uiharness.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QtTest>
+
+// One journey through the task editor and the preview as a user takes it: a weekly task with dates
+// and a reminder, its due date moved in the preview, deleted and restored, then completed for good.
+class TaskEditorTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void newTaskWithDatesRuleAndReminderIsStored();
+    void previewMovesTheDueDateAndTheStartAlong();
+    void restoreBringsBackADeletedTask();
+    void expiredOfferCompletesTheRepeatingTask();
+    void cleanup();
+
+private:
+    QVariantMap storedTask() const;
+    void pickDay(const QString& fieldName, const QString& dayButton);
+    void openPreview();
+
+    UiHarness m_ui;
+    QString m_taskId;
+};
+
+static QDateTime wallClock(const QVariant& value)
+{
+    return value.toDateTime().toUTC();
+}
+
+QVariantMap TaskEditorTest::storedTask() const
+{
+    return DataManager::instance()->getTaskById(m_taskId);
+}
+
+void TaskEditorTest::pickDay(const QString& fieldName, const QString& dayButton)
+{
+    QVERIFY(m_ui.click(fieldName));
+    QVERIFY(m_ui.click(dayButton));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("DateTimeEditPopup")));
+}
+
+void TaskEditorTest::openPreview()
+{
+    GuiManager::instance()->showTaskById(m_taskId);
+    QTRY_VERIFY(m_ui.item(QStringLiteral("TaskPreviewPopup")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("TaskPreviewPopup"))->isVisible());
+}
+
+void TaskEditorTest::initTestCase()
+{
+    QVERIFY(m_ui.start());
+    // The editor's general tab fits a window of ordinary size without scrolling.
+    m_ui.window()->resize(1100, 850);
+    QVERIFY(m_ui.click(QStringLiteral("NorvelBoxPageButton")));
+}
+
+void TaskEditorTest::cleanup()
+{
+    QCOMPARE(m_ui.qmlMessages(), QStringList());
+}
+
+void TaskEditorTest::newTaskWithDatesRuleAndReminderIsStored()
+{
+    QVERIFY(m_ui.click(QStringLiteral("addButton")));
+    QTRY_VERIFY(m_ui.property(QStringLiteral("TaskInfoPopup"), "opened").toBool());
+    QCOMPARE(m_ui.text(QStringLiteral("editorTitle")), QStringLiteral("New task"));
+
+    QVERIFY(m_ui.click(QStringLiteral("editorSaveButton")));
+    QTRY_VERIFY(m_ui.property(QStringLiteral("MessagePopup"), "opened").toBool());
+    QCOMPARE(m_ui.text(QStringLiteral("MessagePopupTitle")), QStringLiteral("Save Error"));
+    QVERIFY(m_ui.click(QStringLiteral("MessagePopupAcceptButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("MessagePopup")));
+
+    QVERIFY(m_ui.click(QStringLiteral("taskNameField")));
+    for (const QChar& character : QStringLiteral("Weekly review"))
+        QTest::keyClick(m_ui.window(), character.toLatin1());
+    pickDay(QStringLiteral("startDateField"), QStringLiteral("tomorrowButton"));
+    pickDay(QStringLiteral("dueDateField"), QStringLiteral("tomorrowButton"));
+    QVERIFY(m_ui.click(QStringLiteral("repetitionExpander")));
+    QTest::qWait(50); // the rows it shows are laid out on the next frame
+    QVERIFY(m_ui.click(QStringLiteral("repetitionUnit_w")));
+    QCOMPARE(m_ui.text(QStringLiteral("repetitionCountText")), QStringLiteral("Every 1 week(s)"));
+
+    QVERIFY(m_ui.click(QStringLiteral("remindersTab")));
+    QTest::qWait(50);
+    QVERIFY(m_ui.click(QStringLiteral("dueReminder_4")));
+    QVERIFY(m_ui.click(QStringLiteral("editorSaveButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskInfoPopup")));
+
+    const QList<DOTask> inbox =
+        DataManager::instance()->getProjectTasks(PredefinedDataHelper::instance()->norvelBoxId());
+    for (const DOTask& task : inbox) {
+        if (task.value(QStringLiteral("NAME")) == QStringLiteral("Weekly review"))
+            m_taskId = task.value(QStringLiteral("ID")).toString();
+    }
+    QVERIFY(!m_taskId.isEmpty());
+    const QDate tomorrow = QDate::currentDate().addDays(1);
+    const QVariantMap task = storedTask();
+    QCOMPARE(task.value(QStringLiteral("PERIOD")).toString(), QStringLiteral("w;1"));
+    QCOMPARE(wallClock(task.value(QStringLiteral("START"))), QDateTime(tomorrow, QTime(8, 0), Qt::UTC));
+    QCOMPARE(wallClock(task.value(QStringLiteral("DUE"))), QDateTime(tomorrow, QTime(23, 0), Qt::UTC));
+    QVERIFY(DataManager::instance()->hasScheduledReminders(m_taskId));
+    QVERIFY(DataManager::instance()->hasDueRepeatedReminder(m_taskId, NotificationManager::Hour));
+    QVERIFY(!DataManager::instance()->hasStartRepeatedReminder(m_taskId, NotificationManager::Hour));
+}
+
+void TaskEditorTest::previewMovesTheDueDateAndTheStartAlong()
+{
+    openPreview();
+    QCOMPARE(m_ui.text(QStringLiteral("previewTitle")), QStringLiteral("Weekly review"));
+    QVERIFY(m_ui.item(QStringLiteral("previewRemindersSection"))->isVisible());
+
+    const QDate target = QDate::currentDate().addDays(2);
+    QVERIFY(m_ui.click(QStringLiteral("previewRepetitionSection")));
+    if (target.month() != QDate::currentDate().addDays(1).month())
+        QVERIFY(m_ui.click(QStringLiteral("nextMonthButton")));
+    QVERIFY(m_ui.click(QStringLiteral("calendarDay_") + QString::number(target.day())));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("DateTimeEditPopup")));
+
+    const QVariantMap task = storedTask();
+    QCOMPARE(wallClock(task.value(QStringLiteral("DUE"))), QDateTime(target, QTime(23, 0), Qt::UTC));
+    QCOMPARE(wallClock(task.value(QStringLiteral("START"))), QDateTime(target, QTime(8, 0), Qt::UTC));
+    QVERIFY(DataManager::instance()->hasScheduledReminders(m_taskId));
+}
+
+void TaskEditorTest::restoreBringsBackADeletedTask()
+{
+    QVERIFY(m_ui.click(QStringLiteral("previewDeleteButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskPreviewPopup")));
+    // Restore is clicked where it stands once the row has faded in.
+    QTRY_COMPARE(m_ui.property(QStringLiteral("undoRow"), "opacity").toReal(), 1.0);
+    QCOMPARE(m_ui.text(QStringLiteral("undoLabel")), QStringLiteral("You deleted a task"));
+    QVERIFY(storedTask().value(QStringLiteral("STATE")).toInt() & 1);
+
+    QVERIFY(m_ui.click(QStringLiteral("UndoButton")));
+    QCOMPARE(storedTask().value(QStringLiteral("STATE")).toInt(), 0);
+    QTRY_VERIFY(!m_ui.item(QStringLiteral("undoRow"))->isVisible());
+}
+
+void TaskEditorTest::expiredOfferCompletesTheRepeatingTask()
+{
+    const QDateTime due = wallClock(storedTask().value(QStringLiteral("DUE")));
+    openPreview();
+    QVERIFY(m_ui.click(QStringLiteral("previewCompleteButton")));
+    QTRY_COMPARE(m_ui.text(QStringLiteral("undoLabel")), QStringLiteral("You completed a task 👍"));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("undoRow"))->isVisible());
+    QVERIFY(DataManager::instance()->hasPendingChanges());
+    QTRY_VERIFY_WITH_TIMEOUT(!m_ui.item(QStringLiteral("undoRow"))->isVisible(), 12000);
+
+    QCOMPARE(wallClock(storedTask().value(QStringLiteral("DUE"))), due.addDays(7));
+    QCOMPARE(storedTask().value(QStringLiteral("STATE")).toInt(), 0);
+    QVERIFY(DataManager::instance()->hasScheduledReminders(m_taskId));
+    QVERIFY(!DataManager::instance()->hasPendingChanges());
+}
+
+NORVEL_TEST_MAIN(TaskEditorTest)
+#include "taskeditortest.moc"
