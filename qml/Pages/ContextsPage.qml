@@ -47,20 +47,18 @@ TreeViewPage {
         menu.popup()
     }
 
-    function askName(title, name, onSaved) {
-        var popup = popupHelper.showPopup("qrc:/Components/ObjectNamePopup.qml", {
-            "title": title, "name": name, "emptyNameText": qsTr("Please input context name") })
-        popup.saved.connect(onSaved)
+    function askContextName(title, name, onSaved) {
+        askName(title, name, qsTr("Please input context name"), onSaved)
     }
 
     function addContext(parentId) {
-        askName(qsTr("New context"), "", function (name) {
+        askContextName(qsTr("New context"), "", function (name) {
             ContextHandler.createContext({ "NAME": name, "PARENT": parentId })
         })
     }
 
     function rename(object) {
-        askName(qsTr("Edit"), object.NAME, function (name) {
+        askContextName(qsTr("Edit"), object.NAME, function (name) {
             var changed = storedObject(object)
             changed.NAME = name
             ContextHandler.updateContext(changed)
@@ -68,11 +66,11 @@ TreeViewPage {
     }
 
     function deleteObject(object) {
-        popupHelper.showMessage(qsTr("Delete Context"), qsTr("Are you sure you want to delete this context?"),
-                                function () {
-                                    treeGoBack()
-                                    markDeleted(storedObject(object))
-                                })
+        popupHelper.showQuestionDialog(qsTr("Delete Context"), qsTr("Are you sure you want to delete this context?"),
+                                       function () {
+                                           treeGoBack()
+                                           markDeleted(storedObject(object))
+                                       })
     }
 
     // With the status bar's undo offer the deletion waits for it; without, it is kept at once.

@@ -75,7 +75,7 @@ Item {
         color: appStyle.pages.listHeaderBackground
 
         StyledLabel {
-            objectName: "listTitle"
+            objectName: "levelListTitle"
             anchors.left: parent.left
             anchors.leftMargin: 16
             anchors.right: parent.right
@@ -105,8 +105,9 @@ Item {
         delegate: Rectangle {
             id: row
 
-            readonly property var object: listItemRole
-            readonly property bool completed: stateRole === COMPLETED_OBJECT_STATE
+            // Roles are read through the model object: a row being removed has lost its role names.
+            readonly property var object: model.listItemRole || ({})
+            readonly property bool completed: model.stateRole === COMPLETED_OBJECT_STATE
             readonly property bool collapsed: listPage.sectioned
                                               && listPage.collapsedSections[String(model.dailyPlanRole)] === true
 

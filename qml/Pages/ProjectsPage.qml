@@ -56,12 +56,6 @@ TreeViewPage {
         menu.popup()
     }
 
-    function askName(title, name, emptyNameText, onSaved) {
-        var popup = popupHelper.showPopup("qrc:/Components/ObjectNamePopup.qml", {
-            "title": title, "name": name, "emptyNameText": emptyNameText })
-        popup.saved.connect(onSaved)
-    }
-
     function addFolder(parentId) {
         askName(qsTr("New folder"), "", qsTr("Please input folder name"), function (name) {
             ProjectHandler.createFolder({ "NAME": name, "PARENT": parentId, "FOLDER": true })
@@ -92,13 +86,13 @@ TreeViewPage {
 
     function deleteObject(object) {
         var folder = isFolder(object)
-        popupHelper.showMessage(folder ? qsTr("Delete Folder") : qsTr("Delete Project"),
-                                folder ? qsTr("Are you sure you want to delete this folder and all of its content?")
-                                       : qsTr("Are you sure you want to delete this project and all of its tasks?"),
-                                function () {
-                                    treeGoBack()
-                                    markDeleted(storedObject(object))
-                                })
+        popupHelper.showQuestionDialog(folder ? qsTr("Delete Folder") : qsTr("Delete Project"),
+                                        folder ? qsTr("Are you sure you want to delete this folder and all of its content?")
+                                               : qsTr("Are you sure you want to delete this project and all of its tasks?"),
+                                        function () {
+                                            treeGoBack()
+                                            markDeleted(storedObject(object))
+                                        })
     }
 
     // With the status bar's undo offer the deletion waits for it; without, it is kept at once.

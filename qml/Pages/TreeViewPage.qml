@@ -36,6 +36,15 @@ HistoryPage {
     function openContextMenu(object) {
     }
 
+    // The name popup destroys itself once closed; onSaved gets the new name.
+    function askName(title, name, emptyNameText, onSaved) {
+        var popup = namePopupComponent.createObject(page, {
+            "title": title, "name": name, "emptyNameText": emptyNameText })
+        popup.saved.connect(onSaved)
+        popup.closed.connect(function () { popup.destroy() })
+        popup.open()
+    }
+
     function objectIcon(object) {
         return "projects.svg"
     }
@@ -250,6 +259,11 @@ HistoryPage {
     Component.onDestruction: {
         if (treeModel)
             treeModel.requestDeletion()
+    }
+
+    Component {
+        id: namePopupComponent
+        ObjectNamePopup {}
     }
 
     Component {

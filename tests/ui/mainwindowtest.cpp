@@ -108,13 +108,17 @@ void MainWindowTest::taskFromANotificationOpensInTheDailyPlan()
 
     GuiManager::instance()->showTaskById(QStringLiteral("bank-call"));
     QTRY_COMPARE(currentPageName(), QStringLiteral("DailyPlanPage"));
+    // The task opens in its preview, which the next steps must not click into.
+    QTRY_VERIFY(m_ui.item(QStringLiteral("TaskPreviewPopup")));
+    m_ui.pressKey(Qt::Key_Escape);
+    QTRY_VERIFY(!m_ui.item(QStringLiteral("TaskPreviewPopup")));
 }
 
 void MainWindowTest::backAndForwardWalkTheFolderHistory()
 {
     QVERIFY(m_ui.click(QStringLiteral("ProjectsPageButton")));
     QVERIFY(!m_ui.item(QStringLiteral("backButton"))->isEnabled());
-    const QString rootTitle = m_ui.text(QStringLiteral("listTitle"));
+    const QString rootTitle = m_ui.text(QStringLiteral("levelListTitle"));
 
     auto* tree = m_ui.property(QStringLiteral("ProjectsPage"), "treeModel").value<QObject*>();
     QVariantMap first;
@@ -122,20 +126,20 @@ void MainWindowTest::backAndForwardWalkTheFolderHistory()
     const QString folder = first.value(QStringLiteral("NAME")).toString();
     QVERIFY2(!folder.isEmpty(), "the demo folders are made on the first visit");
     QVERIFY(m_ui.click(QStringLiteral("treeRow_") + folder));
-    QCOMPARE(m_ui.text(QStringLiteral("listTitle")), folder);
+    QCOMPARE(m_ui.text(QStringLiteral("levelListTitle")), folder);
 
     QVERIFY(m_ui.click(QStringLiteral("backButton")));
-    QCOMPARE(m_ui.text(QStringLiteral("listTitle")), rootTitle);
+    QCOMPARE(m_ui.text(QStringLiteral("levelListTitle")), rootTitle);
     QVERIFY(!m_ui.item(QStringLiteral("backButton"))->isEnabled());
 
     QVERIFY(m_ui.click(QStringLiteral("forwardButton")));
-    QCOMPARE(m_ui.text(QStringLiteral("listTitle")), folder);
+    QCOMPARE(m_ui.text(QStringLiteral("levelListTitle")), folder);
     QVERIFY(!m_ui.item(QStringLiteral("forwardButton"))->isEnabled());
 
     // The projects page is cached: its history survives a visit elsewhere.
     QVERIFY(m_ui.click(QStringLiteral("NorvelBoxPageButton")));
     QVERIFY(m_ui.click(QStringLiteral("ProjectsPageButton")));
-    QCOMPARE(m_ui.text(QStringLiteral("listTitle")), folder);
+    QCOMPARE(m_ui.text(QStringLiteral("levelListTitle")), folder);
     QVERIFY(m_ui.item(QStringLiteral("backButton"))->isEnabled());
 }
 

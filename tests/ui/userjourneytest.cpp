@@ -13,8 +13,8 @@
 #include <QtTest>
 
 // The way a new user goes: capture a task, sort it into a project inside a folder and give it a
-// context and a date, find it on the daily plan of that date and complete it there. The task editor
-// is not part of this window yet, so project, context and due date are set through the task service.
+// context and a date, find it on the daily plan of that date and complete it there, with its undo.
+// Project, context and due date are set through the task service, as the task editor would set them.
 class UserJourneyTest : public QObject
 {
     Q_OBJECT
@@ -218,6 +218,14 @@ void UserJourneyTest::taskDueTomorrowIsCompletedFromTheDailyPlan()
     QVERIFY(m_ui.click(QStringLiteral("completeBox_") + m_taskName));
     QTRY_VERIFY(m_ui.item(QStringLiteral("sectionTitle_4")));
     QVERIFY(m_ui.text(QStringLiteral("sectionTitle_4")).endsWith(QStringLiteral("Completed")));
+
+    QVERIFY(m_ui.click(QStringLiteral("UndoButton")));
+    QTRY_COMPARE(call("TaskHandler", "getTaskById", m_taskId).value(QStringLiteral("STATE")).toInt(), 0);
+    QTRY_VERIFY(m_ui.property(QStringLiteral("completeBox_") + m_taskName, "enabled").toBool());
+
+    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    QVERIFY(m_ui.click(QStringLiteral("completeBox_") + m_taskName));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("sectionTitle_4")));
     QCOMPARE(call("TaskHandler", "getTaskById", m_taskId).value(QStringLiteral("STATE")).toInt(), 2);
 
     // A collapsed section hides its rows, and stays collapsed on another day and back.
