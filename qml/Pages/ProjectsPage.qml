@@ -68,10 +68,9 @@ TreeViewPage {
         })
     }
 
+    // The task editor opens with the project set, so that the new task gets its dates there too.
     function addTask(project) {
-        askName(qsTr("New task"), "", qsTr("Please input task name"), function (name) {
-            TaskHandler.createTask({ "NAME": name, "PARENT": project.ID, "PERIOD": "", "CONTEXT": "" })
-        })
+        popupHelper.showTaskPopupWithProject(project.ID)
     }
 
     function rename(object) {

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ru_RU">
 <context>
+    <name>BaseInfoPopup</name>
+    <message>
+        <source>Save</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ContextsPage</name>
     <message>
         <source>Contexts</source>
@@ -11,16 +22,99 @@
         <source>No contexts here yet.</source>
         <translation>Здесь пока нет контекстов.</translation>
     </message>
+    <message>
+        <source>Please input context name</source>
+        <translation>Введите название контекста</translation>
+    </message>
+    <message>
+        <source>New context</source>
+        <translation>Новый контекст</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Редактировать</translation>
+    </message>
+    <message>
+        <source>Delete Context</source>
+        <translation>Удалить контекст</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this context?</source>
+        <translation>Вы уверены, что хотите удалить этот контекст?</translation>
+    </message>
+    <message>
+        <source>Add nested context</source>
+        <translation>Добавить вложенный контекст</translation>
+    </message>
+    <message>
+        <source>Add Context</source>
+        <translation>Добавить контекст</translation>
+    </message>
+    <message>
+        <source>Edit Context</source>
+        <translation>Редактировать контекст</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
+    </message>
 </context>
 <context>
     <name>DailyPlanPage</name>
     <message>
-        <source>Daily Plan</source>
-        <translation>План на день</translation>
+        <source>Due</source>
+        <translation>Срок</translation>
     </message>
     <message>
-        <source>The tasks of the day in one list: what is due, what is overdue, what can be done today and the repeating tasks of the day.</source>
-        <translation>Задачи дня одним списком: что нужно сделать к сроку, что просрочено, что можно сделать сегодня, и повторяющиеся задачи этого дня.</translation>
+        <source>Here you will find your daily task lists</source>
+        <translation>Здесь будут ваши списки задач на день</translation>
+    </message>
+    <message>
+        <source>Press + to add a task for Today</source>
+        <translation>Нажмите +, чтобы добавить задачу на сегодня</translation>
+    </message>
+    <message>
+        <source>No tasks for this day yet</source>
+        <translation>На этот день задач пока нет</translation>
+    </message>
+    <message>
+        <source>Press + to add a task to this date</source>
+        <translation>Нажмите +, чтобы добавить задачу на эту дату</translation>
+    </message>
+    <message>
+        <source>Quick Date Selection</source>
+        <translation>Быстрый выбор даты</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Сегодня</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Завтра</translation>
+    </message>
+</context>
+<context>
+    <name>DateTimeEditPopup</name>
+    <message>
+        <source>No Date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation type="unfinished">Сегодня</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation type="unfinished">Завтра</translation>
     </message>
 </context>
 <context>
@@ -50,10 +144,68 @@
     </message>
 </context>
 <context>
+    <name>ListPage</name>
+    <message>
+        <source>This operation will remove all instances of this repetitive task from all dates. Are you sure you want to proceed?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this project and all of its tasks?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this folder and all of its content?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this context?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this task?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Context</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete objects</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete all these objects?</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ListPlaceholder</name>
+    <message>
+        <source>Learn more</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>MessagePopup</name>
     <message>
-        <source>OK</source>
-        <translation>ОК</translation>
+        <source>Yes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -74,8 +226,32 @@
         <translation>Norvel Box</translation>
     </message>
     <message>
-        <source>Everything that comes to mind lands here first: capture a task in a few words and sort it into a project later.</source>
-        <translation>Всё, что приходит в голову, сначала попадает сюда: запишите задачу в двух словах, а в проект распределите её позже.</translation>
+        <source>Paste error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>One can paste only tasks into this list.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Press + to add a task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Norvel Box is a special inbox for incoming tasks, quick notes and spontaneous ideas that appear during the day</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Press + to add a task into Norvel Box</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture a task and press Return</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -219,6 +395,10 @@
         <source>Last synced: %1</source>
         <translation>Последняя синхронизация: %1</translation>
     </message>
+    <message>
+        <source>Restore</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>NvToolBar</name>
@@ -248,6 +428,121 @@
     </message>
 </context>
 <context>
+    <name>ObjectListDelegate</name>
+    <message>
+        <source>Restore</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ObjectListPage</name>
+    <message numerus="yes">
+        <source>%n task(s)</source>
+        <translation>
+            <numerusform>%n задача</numerusform>
+            <numerusform>%n задачи</numerusform>
+            <numerusform>%n задач</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n project(s)</source>
+        <translation>
+            <numerusform>%n проект</numerusform>
+            <numerusform>%n проекта</numerusform>
+            <numerusform>%n проектов</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Also available: %n task(s)</source>
+        <translation>
+            <numerusform>Также доступна: %n задача</numerusform>
+            <numerusform>Также доступны: %n задачи</numerusform>
+            <numerusform>Также доступно: %n задач</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Also available: %n project(s)</source>
+        <translation>
+            <numerusform>Также доступен: %n проект</numerusform>
+            <numerusform>Также доступны: %n проекта</numerusform>
+            <numerusform>Также доступно: %n проектов</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Выполненные</translation>
+    </message>
+</context>
+<context>
+    <name>ObjectNamePopup</name>
+    <message>
+        <source>Save Error</source>
+        <translation>Ошибка сохранения</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+</context>
+<context>
+    <name>ObjectUpdater</name>
+    <message>
+        <source>You completed a task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You completed a project</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PopupHelper</name>
+    <message>
+        <source>Ok</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished">ОК</translation>
+    </message>
+    <message numerus="yes">
+        <source>You deleted %n item(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>You deleted a folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You deleted a task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You deleted a project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You deleted a context</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ProjectHandler</name>
     <message>
         <source>Norvel Box</source>
@@ -267,6 +562,90 @@
     <message>
         <source>No folders or projects here yet.</source>
         <translation>Здесь пока нет папок и проектов.</translation>
+    </message>
+    <message>
+        <source>New folder</source>
+        <translation>Новая папка</translation>
+    </message>
+    <message>
+        <source>Please input folder name</source>
+        <translation>Введите название папки</translation>
+    </message>
+    <message>
+        <source>New project</source>
+        <translation>Новый проект</translation>
+    </message>
+    <message>
+        <source>Please input project name</source>
+        <translation>Введите название проекта</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Редактировать</translation>
+    </message>
+    <message>
+        <source>Delete Folder</source>
+        <translation>Удалить папку</translation>
+    </message>
+    <message>
+        <source>Delete Project</source>
+        <translation>Удалить проект</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this folder and all of its content?</source>
+        <translation>Вы уверены, что хотите удалить эту папку со всем её содержимым?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this project and all of its tasks?</source>
+        <translation>Вы уверены, что хотите удалить этот проект и все его задачи?</translation>
+    </message>
+    <message>
+        <source>Add nested folder</source>
+        <translation>Добавить вложенную папку</translation>
+    </message>
+    <message>
+        <source>Add Folder</source>
+        <translation>Добавить папку</translation>
+    </message>
+    <message>
+        <source>Add a project to this folder</source>
+        <translation>Добавить проект в эту папку</translation>
+    </message>
+    <message>
+        <source>Add Project</source>
+        <translation>Добавить проект</translation>
+    </message>
+    <message>
+        <source>Mark as not complete</source>
+        <translation>Отметить как невыполненный</translation>
+    </message>
+    <message>
+        <source>Mark as completed</source>
+        <translation>Отметить как выполненный</translation>
+    </message>
+    <message>
+        <source>Add a task to this project</source>
+        <translation>Добавить задачу в этот проект</translation>
+    </message>
+    <message>
+        <source>Edit Folder</source>
+        <translation>Редактировать папку</translation>
+    </message>
+    <message>
+        <source>Edit Project</source>
+        <translation>Редактировать проект</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
     </message>
 </context>
 <context>
@@ -517,8 +896,8 @@
         <translation>Поиск</translation>
     </message>
     <message>
-        <source>Tasks, projects and contexts whose names or descriptions contain the searched words.</source>
-        <translation>Задачи, проекты и контексты, в названиях или описаниях которых встречаются искомые слова.</translation>
+        <source>No items found</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -598,14 +977,417 @@
     </message>
 </context>
 <context>
+    <name>TaskInfoContent</name>
+    <message>
+        <source>When task is active</source>
+        <translation type="unfinished">Когда задача станет активной</translation>
+    </message>
+    <message>
+        <source>When task is overdue</source>
+        <translation type="unfinished">Когда задача станет просроченной</translation>
+    </message>
+    <message>
+        <source>5 min before %1</source>
+        <translation type="unfinished">За 5 мин до %1</translation>
+    </message>
+    <message>
+        <source>15 min before %1</source>
+        <translation type="unfinished">За 15 мин до %1</translation>
+    </message>
+    <message>
+        <source>30 min before %1</source>
+        <translation type="unfinished">За 30 мин до %1</translation>
+    </message>
+    <message>
+        <source>1 hour before %1</source>
+        <translation type="unfinished">За 1 час до %1</translation>
+    </message>
+    <message>
+        <source>2 hours before %1</source>
+        <translation type="unfinished">За 2 часа до %1</translation>
+    </message>
+    <message>
+        <source>3 hours before %1</source>
+        <translation type="unfinished">За 3 часа до %1</translation>
+    </message>
+    <message>
+        <source>1 day before %1</source>
+        <translation type="unfinished">За 1 день до %1</translation>
+    </message>
+    <message>
+        <source>2 days before %1</source>
+        <translation type="unfinished">За 2 дня до %1</translation>
+    </message>
+    <message>
+        <source>start</source>
+        <translation type="unfinished">начала</translation>
+    </message>
+    <message>
+        <source>deadline</source>
+        <translation type="unfinished">срока</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Metadata</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reminders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Memo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Task name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter task name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Task status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Complete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Context</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remind before start</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remind before deadline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Task has already started or overdue.
+Please adjust its dates to add a reminder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>To add a reminder for this task please add
+a start or due date first</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Setup dates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Optional memo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter memo</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TaskInfoPopup</name>
+    <message>
+        <source>Save Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please input task name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished">Правка</translation>
+    </message>
+    <message>
+        <source>New task</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TaskListDelegate</name>
+    <message>
+        <source>Input task name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input memo text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Mark as not complete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mark as completed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go to this project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go to this context</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit Task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete selected items</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete Task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation type="unfinished">Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished">Копировать</translation>
+    </message>
+</context>
+<context>
+    <name>TaskListPage</name>
+    <message numerus="yes">
+        <source>%n task(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TaskPreviewPopup</name>
+    <message>
+        <source>Enter memo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reminders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Task Dates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Context</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished">Правка</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TaskRepetitionFragment</name>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unfortunately with monthly repeating tasks it&apos;s impossible to set due date to 29, 30 and 31.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Repetition settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create a repetition</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Week</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Month</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Every %n day(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Every %n week(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Every %n month(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Mon</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Thu</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fri</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sat</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sun</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Next start date: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Next due date: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TrashPage</name>
     <message>
         <source>Trash</source>
         <translation>Корзина</translation>
     </message>
     <message>
-        <source>Deleted tasks, projects, folders and contexts, ready to be restored or removed for good.</source>
-        <translation>Удалённые задачи, проекты, папки и контексты: их можно восстановить или удалить навсегда.</translation>
+        <source>Tasks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Projects</source>
+        <translation type="unfinished">Проекты</translation>
+    </message>
+    <message>
+        <source>Folders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Contexts</source>
+        <translation type="unfinished">Контексты</translation>
+    </message>
+    <message>
+        <source>Empty Trash</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete everything for good?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You can restore tasks, projects, folders and contexts within 14 days after deletion date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The trash is empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TreeViewPage</name>
+    <message>
+        <source>Add</source>
+        <translation>Добавить</translation>
     </message>
 </context>
 <context>

@@ -174,7 +174,8 @@ void UserJourneyTest::nestedContextListsItsContextsAndTasks()
              QStringLiteral("Add nested context"));
     QVERIFY(createFromMenu(QStringLiteral("contextMenuAddContext"), QStringLiteral("Hardware store")));
 
-    m_contextId = m_ui.item(QStringLiteral("treeRow_Errands"))->property("object").toMap().value("ID").toString();
+    m_contextId =
+        m_ui.item(QStringLiteral("treeRow_Errands"))->property("object").toMap().value("ID").toString();
     QVERIFY(m_ui.click(QStringLiteral("treeRow_Errands")));
     QCOMPARE(currentListTitle(), QStringLiteral("Errands"));
     QTRY_VERIFY(listShows(QStringLiteral("Hardware store")));
