@@ -34,7 +34,7 @@ HistoryPage {
 
     function dayTitle(date) {
         var format = Settings.applicationLanguage === "ru" ? "d MMMM, dddd" : "MMMM d, dddd"
-        return Qt.locale(Settings.applicationLanguage).toString(date, format)
+        return date.toLocaleDateString(Qt.locale(Settings.applicationLanguage), format)
     }
 
     function emptyDayText(date) {
