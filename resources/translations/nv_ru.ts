@@ -5,11 +5,11 @@
     <name>BaseInfoPopup</name>
     <message>
         <source>Save</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Сохранить</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Отмена</translation>
     </message>
 </context>
 <context>
@@ -151,15 +151,15 @@
     </message>
     <message>
         <source>Are you sure you want to delete this project and all of its tasks?</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Вы уверены, что хотите удалить этот проект и все его задачи?</translation>
     </message>
     <message>
         <source>Are you sure you want to delete this folder and all of its content?</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Вы уверены, что хотите удалить эту папку со всем её содержимым?</translation>
     </message>
     <message>
         <source>Are you sure you want to delete this context?</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Вы уверены, что хотите удалить этот контекст?</translation>
     </message>
     <message>
         <source>Are you sure you want to delete this task?</source>
@@ -167,15 +167,15 @@
     </message>
     <message>
         <source>Delete Project</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Удалить проект</translation>
     </message>
     <message>
         <source>Delete Folder</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Удалить папку</translation>
     </message>
     <message>
         <source>Delete Context</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Удалить контекст</translation>
     </message>
     <message>
         <source>Delete Task</source>
@@ -205,7 +205,7 @@
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Отмена</translation>
     </message>
 </context>
 <context>
@@ -1113,7 +1113,7 @@ a start or due date first</source>
     <name>TaskInfoPopup</name>
     <message>
         <source>Save Error</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Ошибка сохранения</translation>
     </message>
     <message>
         <source>Please input task name</source>
@@ -1152,11 +1152,11 @@ a start or due date first</source>
     </message>
     <message>
         <source>Mark as not complete</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Отметить как невыполненный</translation>
     </message>
     <message>
         <source>Mark as completed</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Отметить как выполненный</translation>
     </message>
     <message>
         <source>Remove from Favorites</source>
@@ -1200,14 +1200,14 @@ a start or due date first</source>
     <message numerus="yes">
         <source>%n task(s)</source>
         <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+            <numerusform>%n задача</numerusform>
+            <numerusform>%n задачи</numerusform>
+            <numerusform>%n задач</numerusform>
         </translation>
     </message>
     <message>
         <source>Completed</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Выполненные</translation>
     </message>
 </context>
 <context>
@@ -1380,7 +1380,7 @@ a start or due date first</source>
     </message>
     <message>
         <source>Completed</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Выполненные</translation>
     </message>
 </context>
 <context>
