@@ -22,6 +22,11 @@ Item {
         return object.PERIOD !== undefined
     }
 
+    // The one-step actions list stands among projects without a context of its own.
+    function isProjectLike(object) {
+        return object.CONTEXT !== undefined || object.ID === PredefinedDataHelper.oneStepActionsId
+    }
+
     function completeTask(task) {
         if (typeof popupHelper.completeTask === "function") {
             popupHelper.completeTask(task)
@@ -144,9 +149,8 @@ Item {
                 width: 18
                 height: 18
                 visible: !checkBox.visible
-                iconSource: row.object.FOLDER == true ? "projects.svg"
-                                                       : row.object.CONTEXT !== undefined ? "norvel_box.svg"
-                                                                                          : "contexts.svg"
+                iconSource: row.object.FOLDER == true ? "projects.svg" : listPage.isProjectLike(row.object) ? "norvel_box.svg"
+                                                                                                      : "contexts.svg"
             }
 
             Column {
