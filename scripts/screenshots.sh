@@ -30,7 +30,28 @@ INSERT INTO task (id, name, parent, due, state, timestamp) VALUES
     ('demo-1', 'Call the bank about the card', '$inbox', $(wall_clock "-1 day 18:00"), 0, '$now'),
     ('demo-2', 'Book tickets for the weekend', '$inbox', $(wall_clock "18:00"), 0, '$now'),
     ('demo-3', 'Buy a birthday present for Anna', '$inbox', NULL, 0, '$now'),
-    ('demo-4', 'Read the chapter on weekly reviews', '$inbox', NULL, 0, '$now');
+    ('demo-4', 'Read the chapter on weekly reviews', '$inbox', NULL, 0, '$now'),
+    ('demo-5', 'Old shopping list', '$inbox', NULL, 1, '$now'),
+    ('demo-6', 'Renew the gym membership', '$inbox', NULL, 1, '$now');
+UPDATE task SET memo = 'Ask about the travel insurance that comes with the card' WHERE id = 'demo-1';
+INSERT INTO project (id, name, parent, folder, context, due, state, timestamp) VALUES
+    ('demo-home', 'Home', '', 1, NULL, NULL, 0, $now),
+    ('demo-work', 'Work', '', 1, NULL, NULL, 0, $now),
+    ('demo-kitchen', 'Kitchen renovation', 'demo-home', 0, '', $(wall_clock "+20 days 18:00"), 0, $now),
+    ('demo-garden', 'Garden for the summer', 'demo-home', 0, '', NULL, 0, $now),
+    ('demo-report', 'Quarterly report', 'demo-work', 0, '', $(wall_clock "+3 days 12:00"), 0, $now);
+INSERT INTO context (id, name, parent, state, timestamp) VALUES
+    ('demo-errands', 'Errands', '', 0, $now),
+    ('demo-hardware', 'Hardware store', 'demo-errands', 0, $now),
+    ('demo-phone', 'Phone', '', 0, $now),
+    ('demo-computer', 'Computer', '', 0, $now);
+INSERT INTO task (id, name, parent, context, start, due, period, state, timestamp) VALUES
+    ('demo-p1', 'Choose the tiles for the kitchen', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "10:00"), '', 0, '$now'),
+    ('demo-p2', 'Ask three builders for a quote', 'demo-kitchen', 'demo-phone', NULL, $(wall_clock "14:30"), '', 0, '$now'),
+    ('demo-p3', 'Water the plants', 'demo-garden', '', NULL, $(wall_clock "08:00"), 'w;1;1,4', 0, '$now'),
+    ('demo-p4', 'Collect the sales figures', 'demo-report', 'demo-computer', $(wall_clock "-2 days 09:00"), $(wall_clock "+3 days 12:00"), '', 0, '$now'),
+    ('demo-p5', 'Buy paint and brushes', 'demo-kitchen', 'demo-hardware', NULL, $(wall_clock "+1 day 17:00"), '', 0, '$now'),
+    ('demo-p6', 'Send the invoice to the client', 'demo-work', 'demo-computer', NULL, $(wall_clock "-3 hours"), '', 2, '$now');
 SQL
     cat > "$data/settings.dat" <<INI
 [General]
@@ -43,10 +64,10 @@ app_language=$language
 INI
 }
 
-# Runs the program until its window can be grabbed, clicks the given point of the window if any,
-# grabs the window and ends the program.
+# Runs the program until its window can be grabbed, clicks the given point of the window if any and
+# types the given text, grabs the window and ends the program.
 shoot() {
-    local name=$1 theme=$2 color=$3 language=$4 click=${5:-} typing=${6:-}
+    local name=$1 theme=$2 color=$3 language=$4 click=${5:-} typed=${6:-}
     local home="$work/$name"
     prepare_home "$home" "$theme" "$color" "$language"
     HOME="$home" XDG_DATA_HOME="$home/.local/share" XDG_CONFIG_HOME="$home/.config" \
@@ -61,24 +82,42 @@ shoot() {
             done
             # Give the icons and fonts a moment, then take the finished picture.
             sleep 2
+            # Clicks are points of the window separated by ";", made in turn.
             if [[ -n "$window" && -n "$3" ]]; then
-                xdotool mousemove --window "$window" $3 click 1 mousemove --window "$window" 600 600
-                sleep 1
-                [[ -n "$4" ]] && xdotool type --delay 20 "$4" && sleep 0.5
+                IFS=";" read -ra points <<< "$3"
+                for point in "${points[@]}"; do
+                    xdotool mousemove --window "$window" $point click 1 mousemove --window "$window" 600 600
+                    sleep 1
+                done
+                if [[ -n "$4" ]]; then
+                    xdotool type --delay 50 "$4"
+                    sleep 1
+                fi
             fi
             [[ -n "$window" ]] && import -window "$window" "$2"
             kill "$pid"
             wait "$pid" || true
             [[ -n "$window" ]]
-        ' screenshot "$program" "$output/$name.png" "$click" "$typing"
+        ' screenshot "$program" "$output/$name.png" "$click" "$typed"
     echo "Wrote $output/$name.png"
 }
 
 # The side panel's Projects button; its first visit makes the demo folders.
 projects_button="45 290"
+contexts_button="45 375"
+norvel_box_button="45 120"
 shoot main-window-light 1 "#1E88E5" en
 shoot main-window-dark 2 "#73ABFC" en
 shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
+shoot norvel-box-light 1 "#1E88E5" en "$norvel_box_button"
+shoot norvel-box-dark 2 "#73ABFC" en "$norvel_box_button"
+# Opens the first folder and the second context of the tree, and shows its list.
+projects_home="$projects_button;104 96;200 96"
+contexts_errands="$contexts_button;104 132;200 132"
+shoot projects-light 1 "#1E88E5" en "$projects_home"
+shoot projects-dark 2 "#73ABFC" en "$projects_home"
+shoot contexts-light 1 "#1E88E5" en "$contexts_errands"
+shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
 # The tool bar's add button opens the editor of a new inbox task.
 add_button="390 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"

@@ -1,14 +1,252 @@
 import QtQuick 2.15
+import com.kelmora.helpers 1.0
+import QtQuick.Controls 2.15
 import "../Components"
 
-Page {
-    objectName: "DailyPlanPage"
-    sectionHeader: qsTr("Daily Plan")
+// The calendar on the left and the list of one day on the right. History entries are dates.
+HistoryPage {
+    id: page
 
-    PagePlaceholder {
+    property date selectedDate: today()
+    property Item currentListPage: null
+    // Collapsed sections outlive a change of date, but not the page.
+    property var collapsedSections: ({})
+    property date knownToday: today()
+    readonly property alias navigationElement: calendarColumn
+
+    objectName: "DailyPlanPage"
+    sectionHeader: qsTr("Due") + " " + Qt.formatDate(selectedDate, "dd.MM.yyyy")
+
+    // Noon keeps the date the same whichever time zone a conversion passes through.
+    function today() {
+        var now = new Date()
+        return new Date(now.getFullYear(), now.getMonth(), now.getDate(), 12)
+    }
+
+    function dayOffset(days) {
+        var base = today()
+        return new Date(base.getFullYear(), base.getMonth(), base.getDate() + days, 12)
+    }
+
+    function sameDay(a, b) {
+        return a.getFullYear() === b.getFullYear() && a.getMonth() === b.getMonth() && a.getDate() === b.getDate()
+    }
+
+    function dayTitle(date) {
+        var format = Settings.applicationLanguage === "ru" ? "d MMMM, dddd" : "MMMM d, dddd"
+        return date.toLocaleDateString(Qt.locale(Settings.applicationLanguage), format)
+    }
+
+    function emptyDayText(date) {
+        if (sameDay(date, today()))
+            return qsTr("Here you will find your daily task lists") + "\n" + qsTr("Press + to add a task for Today")
+        return qsTr("No tasks for this day yet") + "\n" + qsTr("Press + to add a task to this date")
+    }
+
+    function loadListModel(date) {
+        Logger.info(">>>>>>Current day changed: " + Qt.formatDate(date, "dd.MM.yyyy"))
+        var old = currentListPage
+        currentListPage = listPageComponent.createObject(null, {
+            "model": TaskHandler.getDayTasks(date),
+            "title": dayTitle(date),
+            "emptyText": emptyDayText(date),
+            "collapsedSections": collapsedSections
+        })
+        dayStack.replace(null, currentListPage, {}, StackView.Immediate)
+        if (old)
+            FunctionHelper.delayFunctionCall(1000, function () { old.destroy() })
+        FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["DP_CALENDAR", "SELECT_DATE"])
+    }
+
+    function setDate(date) {
+        if (sameDay(date, selectedDate)) {
+            calendar.showMonthOf(date)
+            return
+        }
+        pushToHistoryStack(date)
+        selectedDate = date
+    }
+
+    function selectToday() {
+        setDate(today())
+        FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["DP_CALENDAR", "SELECT_TODAY"])
+    }
+
+    function selectTomorrow() {
+        setDate(dayOffset(1))
+        FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["DP_CALENDAR", "SELECT_TOMORROW"])
+    }
+
+    // Keeps a page that stays open over midnight on the current day.
+    function updateSelectedDate() {
+        if (sameDay(selectedDate, dayOffset(-1)))
+            selectToday()
+    }
+
+    function selectTask(task, onlySelect, date) {
+        var target = date ? date : task && task.DUE ? Helper.toUtcDateTime(task.DUE)
+                                                     : task && task.START ? Helper.toUtcDateTime(task.START) : null
+        if (!target || isNaN(target.getTime()))
+            return
+        setDate(new Date(target.getFullYear(), target.getMonth(), target.getDate(), 12))
+    }
+
+    function handleBackAction() {
+        var date = popFromBackHistoryStack()
+        if (date !== undefined && typeof date !== "string")
+            selectedDate = date
+    }
+
+    function handleForwardAction() {
+        var date = popFromForwardHistoryStack()
+        if (date !== undefined)
+            selectedDate = date
+    }
+
+    function handleHideNavigationAction() {
+        Settings.showCalendarOnDailyPlanPage = !Settings.showCalendarOnDailyPlanPage
+        FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent",
+                                      ["DP_BAR_TREE", Settings.showCalendarOnDailyPlanPage ? "OPEN_CАLENDAR"
+                                                                                          : "CLOSE_CАLENDAR"])
+    }
+
+    function refresh() {
+        if (currentListPage)
+            currentListPage.model.update()
+        calendar.updateDayIndicators()
+    }
+
+    onSelectedDateChanged: {
+        calendar.selectedDate = selectedDate
+        calendar.showMonthOf(selectedDate)
+        loadListModel(selectedDate)
+    }
+    Component.onCompleted: {
+        pushToHistoryStack(selectedDate)
+        loadListModel(selectedDate)
+    }
+    Component.onDestruction: {
+        if (currentListPage)
+            currentListPage.destroy()
+    }
+
+    Connections {
+        target: TaskHandler
+        function onTaskAdded() { page.refresh() }
+        function onTaskUpdated() { page.refresh() }
+    }
+
+    Connections {
+        target: ProjectHandler
+        function onProjectAdded() { page.refresh() }
+        function onProjectUpdated() { page.refresh() }
+    }
+
+    Connections {
+        target: DataManager
+        function onSyncActiveChanged(active) {
+            if (!active)
+                page.refresh()
+        }
+        function onRemindersSyncComplete() { page.refresh() }
+    }
+
+    // Midnight passes unnoticed by the list; the minute timer notices the new day.
+    Timer {
+        interval: 60000
+        running: true
+        repeat: true
+        onTriggered: {
+            if (!page.sameDay(page.knownToday, page.today())) {
+                page.knownToday = page.today()
+                page.updateSelectedDate()
+            }
+        }
+    }
+
+    Component {
+        id: listPageComponent
+        ObjectListPage {
+            sectioned: true
+            onSectionToggled: {
+                page.collapsedSections = collapsedSections
+                FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["DP_SECTION_HEADER",
+                    (collapsed ? "CLOSE_" : "OPEN_") + (section === "4" ? "COMPLETED"
+                                                                        : section < "2" ? "ACTIVE" : "AVAILABLE")])
+            }
+        }
+    }
+
+    Rectangle {
         anchors.fill: parent
-        iconSource: "daily_plan.svg"
-        title: qsTr("Daily Plan")
-        text: qsTr("The tasks of the day in one list: what is due, what is overdue, what can be done today and the repeating tasks of the day.")
+        color: appStyle.mainWindow.backgroundColor
+    }
+
+    Item {
+        id: calendarColumn
+        objectName: "calendarColumn"
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        width: Settings.showCalendarOnDailyPlanPage ? calendar.width + 20 : 0
+        clip: true
+
+        Behavior on width {
+            NumberAnimation { duration: 300 }
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            color: appStyle.components.sidePanel.backgroundColor
+        }
+
+        Column {
+            x: 10
+            y: 10
+            spacing: 14
+
+            StyledCalendar {
+                id: calendar
+                onDateClicked: page.setDate(date)
+            }
+
+            StyledLabel {
+                text: qsTr("Quick Date Selection")
+                color: appStyle.colors.lightGray
+                font.pixelSize: 11
+            }
+
+            Row {
+                spacing: 10
+
+                Button {
+                    objectName: "todayButton"
+                    text: qsTr("Today")
+                    onClicked: page.selectToday()
+                }
+
+                Button {
+                    objectName: "tomorrowButton"
+                    text: qsTr("Tomorrow")
+                    onClicked: page.selectTomorrow()
+                }
+            }
+        }
+
+        Rectangle {
+            anchors.right: parent.right
+            width: 1
+            height: parent.height
+            color: appStyle.pages.splitterColor
+        }
+    }
+
+    StackView {
+        id: dayStack
+        objectName: "dayStack"
+        anchors.left: calendarColumn.right
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        clip: true
     }
 }

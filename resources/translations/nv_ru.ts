@@ -22,16 +22,84 @@
         <source>No contexts here yet.</source>
         <translation>Здесь пока нет контекстов.</translation>
     </message>
+    <message>
+        <source>Please input context name</source>
+        <translation>Введите название контекста</translation>
+    </message>
+    <message>
+        <source>New context</source>
+        <translation>Новый контекст</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Редактировать</translation>
+    </message>
+    <message>
+        <source>Delete Context</source>
+        <translation>Удалить контекст</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this context?</source>
+        <translation>Вы уверены, что хотите удалить этот контекст?</translation>
+    </message>
+    <message>
+        <source>Add nested context</source>
+        <translation>Добавить вложенный контекст</translation>
+    </message>
+    <message>
+        <source>Add Context</source>
+        <translation>Добавить контекст</translation>
+    </message>
+    <message>
+        <source>Edit Context</source>
+        <translation>Редактировать контекст</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
+    </message>
 </context>
 <context>
     <name>DailyPlanPage</name>
     <message>
-        <source>Daily Plan</source>
-        <translation>План на день</translation>
+        <source>Due</source>
+        <translation>Срок</translation>
     </message>
     <message>
-        <source>The tasks of the day in one list: what is due, what is overdue, what can be done today and the repeating tasks of the day.</source>
-        <translation>Задачи дня одним списком: что нужно сделать к сроку, что просрочено, что можно сделать сегодня, и повторяющиеся задачи этого дня.</translation>
+        <source>Here you will find your daily task lists</source>
+        <translation>Здесь будут ваши списки задач на день</translation>
+    </message>
+    <message>
+        <source>Press + to add a task for Today</source>
+        <translation>Нажмите +, чтобы добавить задачу на сегодня</translation>
+    </message>
+    <message>
+        <source>No tasks for this day yet</source>
+        <translation>На этот день задач пока нет</translation>
+    </message>
+    <message>
+        <source>Press + to add a task to this date</source>
+        <translation>Нажмите +, чтобы добавить задачу на эту дату</translation>
+    </message>
+    <message>
+        <source>Quick Date Selection</source>
+        <translation>Быстрый выбор даты</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Сегодня</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Завтра</translation>
     </message>
 </context>
 <context>
@@ -76,6 +144,60 @@
     </message>
 </context>
 <context>
+    <name>ListPage</name>
+    <message>
+        <source>This operation will remove all instances of this repetitive task from all dates. Are you sure you want to proceed?</source>
+        <translation>Эта операция удалит все повторения этой задачи на всех датах. Продолжить?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this project and all of its tasks?</source>
+        <translation>Удалить этот проект и все его задачи?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this folder and all of its content?</source>
+        <translation>Удалить эту папку и всё её содержимое?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this context?</source>
+        <translation>Удалить этот контекст?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this task?</source>
+        <translation>Удалить эту задачу?</translation>
+    </message>
+    <message>
+        <source>Delete Project</source>
+        <translation>Удалить проект</translation>
+    </message>
+    <message>
+        <source>Delete Folder</source>
+        <translation>Удалить папку</translation>
+    </message>
+    <message>
+        <source>Delete Context</source>
+        <translation>Удалить контекст</translation>
+    </message>
+    <message>
+        <source>Delete Task</source>
+        <translation>Удалить задачу</translation>
+    </message>
+    <message>
+        <source>Delete objects</source>
+        <translation>Удалить объекты</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete all these objects?</source>
+        <translation>Удалить все эти объекты?</translation>
+    </message>
+</context>
+<context>
+    <name>ListPlaceholder</name>
+    <message>
+        <source>Learn more</source>
+        <translation>Подробнее</translation>
+    </message>
+</context>
+<context>
     <name>MessagePopup</name>
     <message>
         <source>Yes</source>
@@ -104,8 +226,32 @@
         <translation>Norvel Box</translation>
     </message>
     <message>
-        <source>Everything that comes to mind lands here first: capture a task in a few words and sort it into a project later.</source>
-        <translation>Всё, что приходит в голову, сначала попадает сюда: запишите задачу в двух словах, а в проект распределите её позже.</translation>
+        <source>Paste error</source>
+        <translation>Ошибка вставки</translation>
+    </message>
+    <message>
+        <source>One can paste only tasks into this list.</source>
+        <translation>В этот список можно вставлять только задачи.</translation>
+    </message>
+    <message>
+        <source>Press + to add a task</source>
+        <translation>Нажмите +, чтобы добавить задачу</translation>
+    </message>
+    <message>
+        <source>Norvel Box is a special inbox for incoming tasks, quick notes and spontaneous ideas that appear during the day</source>
+        <translation>Norvel Box — особый ящик для входящих задач, быстрых заметок и внезапных идей, которые появляются в течение дня</translation>
+    </message>
+    <message>
+        <source>Press + to add a task into Norvel Box</source>
+        <translation>Нажмите +, чтобы добавить задачу в Norvel Box</translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation>Сортировка</translation>
+    </message>
+    <message>
+        <source>Capture a task and press Return</source>
+        <translation>Запишите задачу и нажмите Enter</translation>
     </message>
 </context>
 <context>
@@ -282,6 +428,75 @@
     </message>
 </context>
 <context>
+    <name>ObjectListDelegate</name>
+    <message>
+        <source>Restore</source>
+        <translation>Восстановить</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation>
+            <numerusform>%n день</numerusform>
+            <numerusform>%n дня</numerusform>
+            <numerusform>%n дней</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ObjectListPage</name>
+    <message numerus="yes">
+        <source>%n task(s)</source>
+        <translation>
+            <numerusform>%n задача</numerusform>
+            <numerusform>%n задачи</numerusform>
+            <numerusform>%n задач</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n project(s)</source>
+        <translation>
+            <numerusform>%n проект</numerusform>
+            <numerusform>%n проекта</numerusform>
+            <numerusform>%n проектов</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Also available: %n task(s)</source>
+        <translation>
+            <numerusform>Также доступна: %n задача</numerusform>
+            <numerusform>Также доступны: %n задачи</numerusform>
+            <numerusform>Также доступно: %n задач</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Also available: %n project(s)</source>
+        <translation>
+            <numerusform>Также доступен: %n проект</numerusform>
+            <numerusform>Также доступны: %n проекта</numerusform>
+            <numerusform>Также доступно: %n проектов</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Выполненные</translation>
+    </message>
+</context>
+<context>
+    <name>ObjectNamePopup</name>
+    <message>
+        <source>Save Error</source>
+        <translation>Ошибка сохранения</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+</context>
+<context>
     <name>ObjectUpdater</name>
     <message>
         <source>You completed a task</source>
@@ -347,6 +562,90 @@
     <message>
         <source>No folders or projects here yet.</source>
         <translation>Здесь пока нет папок и проектов.</translation>
+    </message>
+    <message>
+        <source>New folder</source>
+        <translation>Новая папка</translation>
+    </message>
+    <message>
+        <source>Please input folder name</source>
+        <translation>Введите название папки</translation>
+    </message>
+    <message>
+        <source>New project</source>
+        <translation>Новый проект</translation>
+    </message>
+    <message>
+        <source>Please input project name</source>
+        <translation>Введите название проекта</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Редактировать</translation>
+    </message>
+    <message>
+        <source>Delete Folder</source>
+        <translation>Удалить папку</translation>
+    </message>
+    <message>
+        <source>Delete Project</source>
+        <translation>Удалить проект</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this folder and all of its content?</source>
+        <translation>Вы уверены, что хотите удалить эту папку со всем её содержимым?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this project and all of its tasks?</source>
+        <translation>Вы уверены, что хотите удалить этот проект и все его задачи?</translation>
+    </message>
+    <message>
+        <source>Add nested folder</source>
+        <translation>Добавить вложенную папку</translation>
+    </message>
+    <message>
+        <source>Add Folder</source>
+        <translation>Добавить папку</translation>
+    </message>
+    <message>
+        <source>Add a project to this folder</source>
+        <translation>Добавить проект в эту папку</translation>
+    </message>
+    <message>
+        <source>Add Project</source>
+        <translation>Добавить проект</translation>
+    </message>
+    <message>
+        <source>Mark as not complete</source>
+        <translation>Отметить как невыполненный</translation>
+    </message>
+    <message>
+        <source>Mark as completed</source>
+        <translation>Отметить как выполненный</translation>
+    </message>
+    <message>
+        <source>Add a task to this project</source>
+        <translation>Добавить задачу в этот проект</translation>
+    </message>
+    <message>
+        <source>Edit Folder</source>
+        <translation>Редактировать папку</translation>
+    </message>
+    <message>
+        <source>Edit Project</source>
+        <translation>Редактировать проект</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
     </message>
 </context>
 <context>
@@ -425,6 +724,66 @@
     <message>
         <source>Don&apos;t forget about this task</source>
         <translation>Не забудьте об этой задаче</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Предупреждение</translation>
+    </message>
+    <message>
+        <source>The app version you are using is too old. In order to perform sync, please update the app.</source>
+        <translation>Версия приложения устарела. Чтобы синхронизировать данные, обновите приложение.</translation>
+    </message>
+    <message>
+        <source>Login Error</source>
+        <translation>Ошибка входа</translation>
+    </message>
+    <message>
+        <source>The email you have entered does not belong to any account.</source>
+        <translation>Введённый адрес электронной почты не принадлежит ни одной учётной записи.</translation>
+    </message>
+    <message>
+        <source>The password you have entered is incorrect.</source>
+        <translation>Введён неверный пароль.</translation>
+    </message>
+    <message>
+        <source>Registration Error</source>
+        <translation>Ошибка регистрации</translation>
+    </message>
+    <message>
+        <source>A user with this email already exists.</source>
+        <translation>Пользователь с таким адресом электронной почты уже существует.</translation>
+    </message>
+    <message>
+        <source>Internal Server Error</source>
+        <translation>Внутренняя ошибка сервера</translation>
+    </message>
+    <message>
+        <source>We are sorry. The server encountered an internal error and was unable to complete your request. Please try again.</source>
+        <translation>Приносим извинения. На сервере произошла внутренняя ошибка, и запрос не удалось выполнить. Попробуйте ещё раз.</translation>
+    </message>
+    <message>
+        <source>Application Error</source>
+        <translation>Ошибка приложения</translation>
+    </message>
+    <message>
+        <source>Unknown error occurred during logout. Contact the application&apos;s support team for more information.</source>
+        <translation>При выходе из учётной записи произошла неизвестная ошибка. Обратитесь в службу поддержки приложения.</translation>
+    </message>
+    <message>
+        <source>Sync Error</source>
+        <translation>Ошибка синхронизации</translation>
+    </message>
+    <message>
+        <source>Sync error (code %1). Please logout from your account and login again to resolve the issue.</source>
+        <translation>Ошибка синхронизации (код %1). Выйдите из учётной записи и войдите снова, чтобы устранить проблему.</translation>
+    </message>
+    <message>
+        <source>Change Password Error</source>
+        <translation>Ошибка смены пароля</translation>
+    </message>
+    <message>
+        <source>Your current password is incorrect, please check.</source>
+        <translation>Текущий пароль введён неверно, проверьте его.</translation>
     </message>
 </context>
 <context>
@@ -597,8 +956,8 @@
         <translation>Поиск</translation>
     </message>
     <message>
-        <source>Tasks, projects and contexts whose names or descriptions contain the searched words.</source>
-        <translation>Задачи, проекты и контексты, в названиях или описаниях которых встречаются искомые слова.</translation>
+        <source>No items found</source>
+        <translation>Ничего не найдено</translation>
     </message>
 </context>
 <context>
@@ -832,6 +1191,88 @@ a start or due date first</source>
     </message>
 </context>
 <context>
+    <name>TaskListDelegate</name>
+    <message>
+        <source>Input task name</source>
+        <translation>Введите название задачи</translation>
+    </message>
+    <message>
+        <source>Input memo text</source>
+        <translation>Введите текст заметки</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Восстановить</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation>
+            <numerusform>%n день</numerusform>
+            <numerusform>%n дня</numerusform>
+            <numerusform>%n дней</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Mark as not complete</source>
+        <translation>Отметить как невыполненную</translation>
+    </message>
+    <message>
+        <source>Mark as completed</source>
+        <translation>Отметить как выполненную</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Убрать из избранного</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Добавить в избранное</translation>
+    </message>
+    <message>
+        <source>Go to this project</source>
+        <translation>Перейти к проекту</translation>
+    </message>
+    <message>
+        <source>Go to this context</source>
+        <translation>Перейти к контексту</translation>
+    </message>
+    <message>
+        <source>Edit Task</source>
+        <translation>Изменить задачу</translation>
+    </message>
+    <message>
+        <source>Delete selected items</source>
+        <translation>Удалить выбранные</translation>
+    </message>
+    <message>
+        <source>Delete Task</source>
+        <translation>Удалить задачу</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+</context>
+<context>
+    <name>TaskListPage</name>
+    <message numerus="yes">
+        <source>%n task(s)</source>
+        <translation>
+            <numerusform>%n задача</numerusform>
+            <numerusform>%n задачи</numerusform>
+            <numerusform>%n задач</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Выполненные</translation>
+    </message>
+</context>
+<context>
     <name>TaskPreviewPopup</name>
     <message>
         <source>Enter memo</source>
@@ -972,8 +1413,51 @@ a start or due date first</source>
         <translation>Корзина</translation>
     </message>
     <message>
-        <source>Deleted tasks, projects, folders and contexts, ready to be restored or removed for good.</source>
-        <translation>Удалённые задачи, проекты, папки и контексты: их можно восстановить или удалить навсегда.</translation>
+        <source>Tasks</source>
+        <translation>Задачи</translation>
+    </message>
+    <message>
+        <source>Projects</source>
+        <translation>Проекты</translation>
+    </message>
+    <message>
+        <source>Folders</source>
+        <translation>Папки</translation>
+    </message>
+    <message>
+        <source>Contexts</source>
+        <translation>Контексты</translation>
+    </message>
+    <message>
+        <source>Empty Trash</source>
+        <translation>Очистить корзину</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete everything for good?</source>
+        <translation>Удалить всё безвозвратно?</translation>
+    </message>
+    <message>
+        <source>Delete all</source>
+        <translation>Удалить всё</translation>
+    </message>
+    <message>
+        <source>You can restore tasks, projects, folders and contexts within 14 days after deletion date</source>
+        <translation>Задачи, проекты, папки и контексты можно восстановить в течение 14 дней после удаления</translation>
+    </message>
+    <message>
+        <source>The trash is empty</source>
+        <translation>Корзина пуста</translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Выполненные</translation>
+    </message>
+</context>
+<context>
+    <name>TreeViewPage</name>
+    <message>
+        <source>Add</source>
+        <translation>Добавить</translation>
     </message>
 </context>
 <context>

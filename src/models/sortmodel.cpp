@@ -111,8 +111,7 @@ int SortModel::activeObjectCount() const
 
 void SortModel::switchToManualSortingMode()
 {
-    storeManualOrder(ManualOrder::fromRows(visibleIds()));
-    reloadSortedListInfo();
+    applyManualOrder(ManualOrder::fromRows(visibleIds()));
 }
 
 void SortModel::update()
@@ -129,8 +128,7 @@ void SortModel::moveItem(int oldIndex, int newIndex)
 {
     if (oldIndex == newIndex)
         return;
-    storeManualOrder(ManualOrder::afterMove(visibleIds(), oldIndex, newIndex));
-    reloadSortedListInfo();
+    applyManualOrder(ManualOrder::afterMove(visibleIds(), oldIndex, newIndex));
     resortAllRows();
 }
 
@@ -483,6 +481,15 @@ void SortModel::reloadSortedListInfo()
 void SortModel::storeManualOrder(const OrderHash& order)
 {
     DataManager::instance()->setManualSortedList(d->listId, d->listType, order);
+}
+
+// The order is kept here as well as in the store, so a drag shows at once and lasts as long as the
+// list, even where the store does not keep the order of that list.
+void SortModel::applyManualOrder(const OrderHash& order)
+{
+    storeManualOrder(order);
+    d->sortingType = SortingNamespace::ManualType;
+    d->order = order;
 }
 
 bool SortModel::completedObjectsShown() const

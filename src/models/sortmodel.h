@@ -85,6 +85,7 @@ private:
     int manualPosition(const QVariantMap& object) const;
     void reloadSortedListInfo();
     void storeManualOrder(const SortingNamespace::OrderHash& order);
+    void applyManualOrder(const SortingNamespace::OrderHash& order);
     void resortAllRows();
     bool completedObjectsShown() const;
 

@@ -1,0 +1,45 @@
+import QtQuick 2.15
+
+// The list view under every list page. Rows are made as they scroll into view; the cache keeps a
+// screenful around the visible part alive so that scrolling back does not rebuild them.
+ListView {
+    id: view
+
+    property bool dragActive: false
+    property bool transitionsEnabled: true
+    readonly property int transitionDuration: 200
+
+    clip: true
+    cacheBuffer: 2000
+    boundsBehavior: Flickable.StopAtBounds
+    interactive: Helper.isTouchDeviceAvailable() || !dragActive
+    flickableDirection: Flickable.VerticalFlick
+    highlightMoveDuration: 0
+    keyNavigationEnabled: false
+    currentIndex: -1
+
+    Component.onCompleted: {
+        if (Helper.isTouchDeviceAvailable())
+            boundsBehavior = Flickable.DragAndOvershootBounds
+    }
+
+    add: Transition {
+        enabled: view.transitionsEnabled
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: view.transitionDuration }
+        NumberAnimation { property: "scale"; from: 0; to: 1; duration: view.transitionDuration }
+    }
+
+    remove: Transition {
+        NumberAnimation { property: "opacity"; to: 0; duration: view.transitionDuration }
+        NumberAnimation { property: "scale"; to: 0; duration: view.transitionDuration }
+    }
+
+    displaced: Transition {
+        NumberAnimation { properties: "x,y"; duration: view.transitionDuration }
+    }
+
+    moveDisplaced: Transition {
+        enabled: view.dragActive
+        NumberAnimation { properties: "x,y"; duration: view.transitionDuration }
+    }
+}

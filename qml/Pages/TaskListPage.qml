@@ -1,0 +1,55 @@
+import QtQuick 2.15
+import com.kelmora.helpers 1.0
+import "../Delegates"
+
+// A list of tasks, sectioned into the open ones and the completed ones; either section folds away.
+ListPage {
+    id: taskListPage
+
+    property bool showProjectNamesChain: true
+    property bool trashMode: false
+    property bool showProjectMenuItem: false
+    property string sectionEventCategory: "NB_SECTION_HEADER"
+
+    signal addTaskActionClicked()
+    signal addProjectActionClicked()
+
+    function toggleSection(section, closeAction, openAction) {
+        var sections = collapsedSections
+        sections[section] = !sections[section]
+        collapsedSections = sections
+        FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent",
+                                      [sectionEventCategory, sections[section] ? closeAction : openAction])
+    }
+
+    function taskCountText() {
+        return qsTr("%n task(s)", "", model ? model.activeObjectCount : 0)
+    }
+
+    dragEnabled: !trashMode
+    sectionProperty: "stateRole"
+    mainSectionNameUpdater: taskCountText
+    mainSectionName: taskCountText()
+    sectionInfoHash: trashMode
+                     ? { "3": { "text": qsTr("Completed") } }
+                     : {
+                           "0": { "func": function () { toggleSection("0", "CLOSE_ACTIVE", "OPEN_ACTIVE") },
+                                  "hasIcon": true },
+                           "2": { "text": qsTr("Completed"), "hasIcon": true,
+                                  "func": function () { toggleSection("2", "CLOSE_COMPLETED", "OPEN_COMPLETED") } }
+                       }
+
+    delegate: Component {
+        TaskListDelegate {
+            onAboutToBeEdited: {
+                if (!onlyDatesModified && taskListPage.switchToManualModeEnabled)
+                    taskListPage.model.switchToManualSortingMode()
+            }
+        }
+    }
+
+    Connections {
+        target: taskListPage.model || null
+        function onActiveObjectCountChanged() { taskListPage.mainSectionName = taskListPage.taskCountText() }
+    }
+}

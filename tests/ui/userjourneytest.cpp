@@ -1,0 +1,295 @@
+#include "core/guimanager.h"
+#include "store/datamanager.h"
+#include "testlib/recordbuilder.h"
+#include "testlib/testenvironment.h"
+#include "testlib/uiharness.h"
+
+#include <QApplication>
+#include <QQmlApplicationEngine>
+#include <QQmlContext>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QStyleHints>
+#include <QtTest>
+
+// The way a new user goes: capture a task, sort it into a project inside a folder and give it a
+// context and a date, find it on the daily plan of that date and complete it there, with its undo.
+// Project, context and due date are set through the task service, as the task editor would set them.
+class UserJourneyTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void foldersAndProjectsAreMadeInTheTree();
+    void nestedContextListsItsContextsAndTasks();
+    void taskSortedIntoAProjectShowsThere();
+    void taskDueTomorrowIsCompletedFromTheDailyPlan();
+    void repeatingTaskShowsOnTheDaysOfItsRule();
+    void foldersNestNoDeeperThanEightLevels();
+    void cleanup();
+
+private:
+    QObject* service(const char* name) const;
+    QVariantMap call(const char* serviceName, const char* method, const QVariant& argument) const;
+    bool rightClick(const QString& objectName);
+    bool createFromMenu(const QString& menuItem, const QString& name);
+    bool namePopupClosed() const;
+    bool showDay(const QDate& date);
+    QString currentListTitle() const;
+    bool listShows(const QString& name) const;
+
+    UiHarness m_ui;
+    QString m_folderId;
+    QString m_projectId;
+    QString m_contextId;
+    QString m_taskId;
+    const QString m_taskName = QStringLiteral("Paint the hallway");
+};
+
+QObject* UserJourneyTest::service(const char* name) const
+{
+    const QQmlContext* context = GuiManager::instance()->engine()->rootContext();
+    return context->contextProperty(QString::fromLatin1(name)).value<QObject*>();
+}
+
+QVariantMap UserJourneyTest::call(const char* serviceName, const char* method, const QVariant& argument) const
+{
+    QVariant result;
+    QMetaObject::invokeMethod(service(serviceName), method, Q_RETURN_ARG(QVariant, result),
+                              Q_ARG(QString, argument.toString()));
+    return result.toMap();
+}
+
+bool UserJourneyTest::rightClick(const QString& objectName)
+{
+    QQuickItem* target = m_ui.item(objectName);
+    if (!target || !target->isVisible())
+        return false;
+    const QPoint point = target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint();
+    QTest::mouseClick(m_ui.window(), Qt::RightButton, Qt::NoModifier, point);
+    QTest::qWait(10);
+    return true;
+}
+
+// Opens nothing itself: the menu must be showing.
+bool UserJourneyTest::createFromMenu(const QString& menuItem, const QString& name)
+{
+    if (!m_ui.click(menuItem))
+        return false;
+    QObject* field = m_ui.object(QStringLiteral("nameField"));
+    if (!field)
+        return false;
+    field->setProperty("text", name);
+    return m_ui.click(QStringLiteral("nameSaveButton")) && namePopupClosed();
+}
+
+bool UserJourneyTest::namePopupClosed() const
+{
+    return QTest::qWaitFor([this] { return !m_ui.property("objectNamePopup", "visible").toBool(); });
+}
+
+bool UserJourneyTest::showDay(const QDate& date)
+{
+    const QString cell = QStringLiteral("calendarDay_") + date.toString(Qt::ISODate);
+    if (!m_ui.item(cell) && !m_ui.click(QStringLiteral("nextMonthButton")))
+        return false;
+    return m_ui.click(cell);
+}
+
+QString UserJourneyTest::currentListTitle() const
+{
+    const auto* page = m_ui.property(QStringLiteral("pageLoader"), "currentPage").value<QQuickItem*>();
+    const auto* list = page ? page->property("currentListPage").value<QQuickItem*>() : nullptr;
+    return list ? list->property("title").toString() : QString();
+}
+
+bool UserJourneyTest::listShows(const QString& name) const
+{
+    QQuickItem* row = m_ui.item(QStringLiteral("listRow_") + name);
+    return row && row->isVisible();
+}
+
+void UserJourneyTest::initTestCase()
+{
+    QVERIFY(m_ui.start());
+}
+
+void UserJourneyTest::cleanup()
+{
+    QCOMPARE(m_ui.qmlMessages(), QStringList());
+}
+
+void UserJourneyTest::foldersAndProjectsAreMadeInTheTree()
+{
+    QVERIFY(m_ui.click(QStringLiteral("ProjectsPageButton")));
+    QCOMPARE(currentListTitle(), QStringLiteral("Projects"));
+
+    QVERIFY(m_ui.click(QStringLiteral("treeMenuButton")));
+    QVERIFY(m_ui.click(QStringLiteral("projectMenuAddFolder")));
+    QVERIFY(m_ui.click(QStringLiteral("nameSaveButton")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("nameError"))->isVisible());
+    QVERIFY(m_ui.text(QStringLiteral("nameError")).endsWith(QStringLiteral("Please input folder name")));
+    m_ui.object(QStringLiteral("nameField"))->setProperty("text", QStringLiteral("Home"));
+    // A second click on the same spot would be a double click, which a button does not take.
+    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    QVERIFY(m_ui.click(QStringLiteral("nameSaveButton")));
+    QVERIFY(namePopupClosed());
+    QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Home")));
+    QVERIFY(listShows(QStringLiteral("Home")));
+
+    QVERIFY(rightClick(QStringLiteral("treeRow_Home")));
+    QVERIFY(createFromMenu(QStringLiteral("projectMenuAddProject"), QStringLiteral("Renovation")));
+    QVERIFY(m_ui.click(QStringLiteral("treeRow_Home")));
+    QCOMPARE(currentListTitle(), QStringLiteral("Home"));
+    QTRY_VERIFY(listShows(QStringLiteral("Renovation")));
+
+    QVERIFY(m_ui.click(QStringLiteral("treeRowArrow_Home")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Renovation")));
+    const QVariantMap project = m_ui.item(QStringLiteral("treeRow_Renovation"))->property("object").toMap();
+    m_projectId = project.value(QStringLiteral("ID")).toString();
+    m_folderId = project.value(QStringLiteral("PARENT")).toString();
+    QVERIFY(!m_folderId.isEmpty());
+
+    // A copy pasted into the root is a second project of that name outside the folder.
+    QVERIFY(rightClick(QStringLiteral("treeRow_Renovation")));
+    QVERIFY(m_ui.click(QStringLiteral("projectMenuCopy")));
+    QVERIFY(m_ui.click(QStringLiteral("treeMenuButton")));
+    // The menu opens under the pointer: an early click on its last row would be a double click.
+    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    QVERIFY(m_ui.click(QStringLiteral("projectMenuPaste")));
+    QVERIFY(m_ui.click(QStringLiteral("backButton")));
+    QCOMPARE(currentListTitle(), QStringLiteral("Projects"));
+    QTRY_VERIFY(listShows(QStringLiteral("Renovation")));
+}
+
+void UserJourneyTest::nestedContextListsItsContextsAndTasks()
+{
+    QVERIFY(m_ui.click(QStringLiteral("ContextsPageButton")));
+    QVERIFY(m_ui.click(QStringLiteral("treeMenuButton")));
+    QVERIFY(createFromMenu(QStringLiteral("contextMenuAddContext"), QStringLiteral("Errands")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Errands")));
+    QVERIFY(rightClick(QStringLiteral("treeRow_Errands")));
+    QCOMPARE(m_ui.property(QStringLiteral("contextMenuAddContext"), "label").toString(),
+             QStringLiteral("Add nested context"));
+    QVERIFY(createFromMenu(QStringLiteral("contextMenuAddContext"), QStringLiteral("Hardware store")));
+
+    m_contextId =
+        m_ui.item(QStringLiteral("treeRow_Errands"))->property("object").toMap().value("ID").toString();
+    QVERIFY(m_ui.click(QStringLiteral("treeRow_Errands")));
+    QCOMPARE(currentListTitle(), QStringLiteral("Errands"));
+    QTRY_VERIFY(listShows(QStringLiteral("Hardware store")));
+}
+
+void UserJourneyTest::taskSortedIntoAProjectShowsThere()
+{
+    QVariantMap task = RecordBuilder::task(m_taskName).inParent(QString::fromLatin1(RecordBuilder::inboxId));
+    bool created = false;
+    QMetaObject::invokeMethod(service("TaskHandler"), "createTask", Q_RETURN_ARG(bool, created),
+                              Q_ARG(QVariantMap, task));
+    QVERIFY(created);
+    m_taskId = DataManager::instance()->lastCreatedObjectId();
+    task = call("TaskHandler", "getTaskById", m_taskId);
+    QVERIFY(!task.isEmpty());
+
+    task.insert(QStringLiteral("PARENT"), m_projectId);
+    task.insert(QStringLiteral("CONTEXT"), m_contextId);
+    task.insert(QStringLiteral("DUE"), wallClock(QDate::currentDate().addDays(1), QTime(18, 0)));
+    bool updated = false;
+    QMetaObject::invokeMethod(service("TaskHandler"), "updateTask", Q_RETURN_ARG(bool, updated),
+                              Q_ARG(QVariantMap, task));
+    QVERIFY(updated);
+
+    // The open context list follows the change at once.
+    QTRY_VERIFY(listShows(m_taskName));
+
+    QVERIFY(m_ui.click(QStringLiteral("ProjectsPageButton")));
+    QVERIFY(m_ui.click(QStringLiteral("treeRow_Renovation")));
+    QCOMPARE(currentListTitle(), QStringLiteral("Renovation"));
+    QVERIFY(listShows(m_taskName));
+}
+
+void UserJourneyTest::taskDueTomorrowIsCompletedFromTheDailyPlan()
+{
+    QVERIFY(m_ui.click(QStringLiteral("DailyPlanPageButton")));
+    // Today is already selected: the button only brings its month into view.
+    QVERIFY(m_ui.click(QStringLiteral("todayButton")));
+    QCOMPARE(m_ui.property(QStringLiteral("DailyPlanPage"), "backStackDepth").toInt(), 1);
+    QVERIFY(m_ui.click(QStringLiteral("tomorrowButton")));
+    QTRY_VERIFY(listShows(m_taskName));
+    QVERIFY(m_ui.text(QStringLiteral("sectionTitle_0")).endsWith(QStringLiteral("1 task(s)")));
+
+    QVERIFY(m_ui.click(QStringLiteral("completeBox_") + m_taskName));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("sectionTitle_4")));
+    QVERIFY(m_ui.text(QStringLiteral("sectionTitle_4")).endsWith(QStringLiteral("Completed")));
+
+    QVERIFY(m_ui.click(QStringLiteral("UndoButton")));
+    QTRY_COMPARE(call("TaskHandler", "getTaskById", m_taskId).value(QStringLiteral("STATE")).toInt(), 0);
+    QTRY_VERIFY(m_ui.property(QStringLiteral("completeBox_") + m_taskName, "enabled").toBool());
+
+    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    QVERIFY(m_ui.click(QStringLiteral("completeBox_") + m_taskName));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("sectionTitle_4")));
+    QCOMPARE(call("TaskHandler", "getTaskById", m_taskId).value(QStringLiteral("STATE")).toInt(), 2);
+
+    // A collapsed section hides its rows, and stays collapsed on another day and back.
+    QVERIFY(m_ui.click(QStringLiteral("sectionHeader_4")));
+    QTRY_VERIFY(!listShows(m_taskName));
+    QVERIFY(m_ui.click(QStringLiteral("todayButton")));
+    QVERIFY(m_ui.click(QStringLiteral("backButton")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("sectionTitle_4")));
+    QVERIFY(!listShows(m_taskName));
+    QVERIFY(m_ui.click(QStringLiteral("sectionHeader_4")));
+    QTRY_VERIFY(listShows(m_taskName));
+}
+
+void UserJourneyTest::repeatingTaskShowsOnTheDaysOfItsRule()
+{
+    const QDate first = QDate::currentDate().addDays(2);
+    const QVariantMap task = RecordBuilder::task(QStringLiteral("Water the plants"))
+                                 .inParent(QString::fromLatin1(RecordBuilder::inboxId))
+                                 .dueAt(wallClock(first, QTime(9, 0)))
+                                 .repeating(QStringLiteral("w;1"));
+    bool created = false;
+    QMetaObject::invokeMethod(service("TaskHandler"), "createTask", Q_RETURN_ARG(bool, created),
+                              Q_ARG(QVariantMap, task));
+    QVERIFY(created);
+
+    QVERIFY(showDay(first.addDays(7)));
+    QTRY_VERIFY(listShows(QStringLiteral("Water the plants")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("calendarDay_") + first.addDays(7).toString(Qt::ISODate))
+                    ->findChild<QQuickItem*>(QStringLiteral("dayIndicator"))
+                    ->isVisible());
+    QVERIFY(showDay(first.addDays(8)));
+    QTRY_VERIFY(m_ui.property(QStringLiteral("emptyListText"), "visible").toBool());
+    QVERIFY(!listShows(QStringLiteral("Water the plants")));
+}
+
+void UserJourneyTest::foldersNestNoDeeperThanEightLevels()
+{
+    QVERIFY(m_ui.click(QStringLiteral("ProjectsPageButton")));
+    QString parent = m_folderId;
+    for (int level = 2; level <= 8; ++level) {
+        const QVariantMap folder =
+            RecordBuilder::folder(QStringLiteral("Level %1").arg(level)).inParent(parent);
+        QVERIFY(DataManager::instance()->createProjectLocally(folder));
+        parent = DataManager::instance()->lastCreatedObjectId();
+    }
+    QVERIFY(DataManager::instance()->commitChanges());
+    // Written past the service, so the page is told to read anew.
+    QMetaObject::invokeMethod(m_ui.object(QStringLiteral("ProjectsPage")), "updateAll");
+    QMetaObject::invokeMethod(m_ui.object(QStringLiteral("ProjectsPage")), "selectItemById",
+                              Q_ARG(QVariant, parent));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Level 8")));
+    QVERIFY(rightClick(QStringLiteral("treeRow_Level 7")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("projectMenuAddProject")));
+    QVERIFY(m_ui.property(QStringLiteral("projectMenuAddFolder"), "visible").toBool());
+    m_ui.pressKey(Qt::Key_Escape);
+    QVERIFY(rightClick(QStringLiteral("treeRow_Level 8")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("projectMenuAddProject")));
+    QVERIFY(!m_ui.property(QStringLiteral("projectMenuAddFolder"), "visible").toBool());
+    m_ui.pressKey(Qt::Key_Escape);
+}
+
+NORVEL_TEST_MAIN(UserJourneyTest)
+#include "userjourneytest.moc"
