@@ -28,12 +28,12 @@ Page {
 
     // A tab whose list ran empty goes away and the first tab takes over.
     function rebuildTabs() {
-        var current = tabs.length > tabBar.currentIndex ? tabs[tabBar.currentIndex].kind : ""
+        var current = tabBar.currentIndex >= 0 && tabBar.currentIndex < tabs.length ? tabs[tabBar.currentIndex].kind : ""
         var fresh = availableTabs()
         var index = fresh.findIndex(function (tab) { return tab.kind === current })
         tabs = fresh
         tabBar.currentIndex = Math.max(0, index)
-        if (listLoader.item)
+        if (listLoader.item && listLoader.item.model)
             listLoader.item.model.update()
     }
 
