@@ -83,8 +83,12 @@ shoot() {
 # The side panel's Projects button; its first visit makes the demo folders.
 projects_button="45 290"
 norvel_box_button="45 120"
+search_field="910 54"
+trash_button="791 54"
 shoot main-window-light 1 "#1E88E5" en
 shoot main-window-dark 2 "#73ABFC" en
 shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
 shoot norvel-box-light 1 "#1E88E5" en "$norvel_box_button"
 shoot norvel-box-dark 2 "#73ABFC" en "$norvel_box_button"
+shoot search-light 1 "#1E88E5" en "$search_field" "card"
+shoot trash-light 1 "#1E88E5" en "$trash_button"

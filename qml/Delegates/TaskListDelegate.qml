@@ -239,7 +239,7 @@ DraggableDelegate {
         id: checkBox
         objectName: "completeCheckBox_" + row.taskName
         x: 16
-        y: 16
+        y: column.y + (nameLabel.height - height) / 2
         width: 20
         height: 20
         radius: 4

@@ -34,6 +34,8 @@
 #include <QQmlContext>
 #include <QQuickWindow>
 #include <QTimer>
+
+#include <memory>
 #include <QTranslator>
 #include <QtQml>
 
@@ -232,6 +234,12 @@ void GuiManager::loadUi()
     if (!d->window)
         return;
     connect(d->window, SIGNAL(hideOnClose()), this, SLOT(hideMainWindow()));
+    // The moment the user sees the window; start-up time is measured up to this line.
+    auto firstFrame = std::make_shared<QMetaObject::Connection>();
+    *firstFrame = connect(d->window, &QQuickWindow::frameSwapped, this, [firstFrame] {
+        QObject::disconnect(*firstFrame);
+        QLOG_INFO() << "Main window: first frame shown";
+    });
     createTrayIcon();
 }
 
