@@ -50,10 +50,68 @@
     </message>
 </context>
 <context>
+    <name>ListPage</name>
+    <message>
+        <source>This operation will remove all instances of this repetitive task from all dates. Are you sure you want to proceed?</source>
+        <translation>Эта операция удалит все повторения этой задачи на всех датах. Продолжить?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this project and all of its tasks?</source>
+        <translation>Удалить этот проект и все его задачи?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this folder and all of its content?</source>
+        <translation>Удалить эту папку и всё её содержимое?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this context?</source>
+        <translation>Удалить этот контекст?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete this task?</source>
+        <translation>Удалить эту задачу?</translation>
+    </message>
+    <message>
+        <source>Delete Project</source>
+        <translation>Удалить проект</translation>
+    </message>
+    <message>
+        <source>Delete Folder</source>
+        <translation>Удалить папку</translation>
+    </message>
+    <message>
+        <source>Delete Context</source>
+        <translation>Удалить контекст</translation>
+    </message>
+    <message>
+        <source>Delete Task</source>
+        <translation>Удалить задачу</translation>
+    </message>
+    <message>
+        <source>Delete objects</source>
+        <translation>Удалить объекты</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete all these objects?</source>
+        <translation>Удалить все эти объекты?</translation>
+    </message>
+</context>
+<context>
+    <name>ListPlaceholder</name>
+    <message>
+        <source>Learn more</source>
+        <translation>Подробнее</translation>
+    </message>
+</context>
+<context>
     <name>MessagePopup</name>
     <message>
-        <source>OK</source>
-        <translation>ОК</translation>
+        <source>Yes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -74,8 +132,32 @@
         <translation>Norvel Box</translation>
     </message>
     <message>
-        <source>Everything that comes to mind lands here first: capture a task in a few words and sort it into a project later.</source>
-        <translation>Всё, что приходит в голову, сначала попадает сюда: запишите задачу в двух словах, а в проект распределите её позже.</translation>
+        <source>Paste error</source>
+        <translation>Ошибка вставки</translation>
+    </message>
+    <message>
+        <source>One can paste only tasks into this list.</source>
+        <translation>В этот список можно вставлять только задачи.</translation>
+    </message>
+    <message>
+        <source>Press + to add a task</source>
+        <translation>Нажмите +, чтобы добавить задачу</translation>
+    </message>
+    <message>
+        <source>Norvel Box is a special inbox for incoming tasks, quick notes and spontaneous ideas that appear during the day</source>
+        <translation>Norvel Box — особый ящик для входящих задач, быстрых заметок и внезапных идей, которые появляются в течение дня</translation>
+    </message>
+    <message>
+        <source>Press + to add a task into Norvel Box</source>
+        <translation>Нажмите +, чтобы добавить задачу в Norvel Box</translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation>Сортировка</translation>
+    </message>
+    <message>
+        <source>Capture a task and press Return</source>
+        <translation>Запишите задачу и нажмите Enter</translation>
     </message>
 </context>
 <context>
@@ -219,6 +301,10 @@
         <source>Last synced: %1</source>
         <translation>Последняя синхронизация: %1</translation>
     </message>
+    <message>
+        <source>Restore</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>NvToolBar</name>
@@ -245,6 +331,67 @@
     <message>
         <source>Trash</source>
         <translation>Корзина</translation>
+    </message>
+</context>
+<context>
+    <name>ObjectListDelegate</name>
+    <message>
+        <source>Restore</source>
+        <translation>Восстановить</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation>
+            <numerusform>%n день</numerusform>
+            <numerusform>%n дня</numerusform>
+            <numerusform>%n дней</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ObjectUpdater</name>
+    <message>
+        <source>You completed a task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You completed a project</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PopupHelper</name>
+    <message>
+        <source>Ok</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished">ОК</translation>
+    </message>
+    <message numerus="yes">
+        <source>You deleted %n item(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>You deleted a folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You deleted a task</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You deleted a project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You deleted a context</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -517,8 +664,8 @@
         <translation>Поиск</translation>
     </message>
     <message>
-        <source>Tasks, projects and contexts whose names or descriptions contain the searched words.</source>
-        <translation>Задачи, проекты и контексты, в названиях или описаниях которых встречаются искомые слова.</translation>
+        <source>No items found</source>
+        <translation>Ничего не найдено</translation>
     </message>
 </context>
 <context>
@@ -598,14 +745,132 @@
     </message>
 </context>
 <context>
+    <name>TaskListDelegate</name>
+    <message>
+        <source>Input task name</source>
+        <translation>Введите название задачи</translation>
+    </message>
+    <message>
+        <source>Input memo text</source>
+        <translation>Введите текст заметки</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Восстановить</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation>
+            <numerusform>%n день</numerusform>
+            <numerusform>%n дня</numerusform>
+            <numerusform>%n дней</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Mark as not complete</source>
+        <translation>Отметить как невыполненную</translation>
+    </message>
+    <message>
+        <source>Mark as completed</source>
+        <translation>Отметить как выполненную</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Убрать из избранного</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Добавить в избранное</translation>
+    </message>
+    <message>
+        <source>Go to this project</source>
+        <translation>Перейти к проекту</translation>
+    </message>
+    <message>
+        <source>Go to this context</source>
+        <translation>Перейти к контексту</translation>
+    </message>
+    <message>
+        <source>Edit Task</source>
+        <translation>Изменить задачу</translation>
+    </message>
+    <message>
+        <source>Delete selected items</source>
+        <translation>Удалить выбранные</translation>
+    </message>
+    <message>
+        <source>Delete Task</source>
+        <translation>Удалить задачу</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+</context>
+<context>
+    <name>TaskListPage</name>
+    <message numerus="yes">
+        <source>%n task(s)</source>
+        <translation>
+            <numerusform>%n задача</numerusform>
+            <numerusform>%n задачи</numerusform>
+            <numerusform>%n задач</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Выполненные</translation>
+    </message>
+</context>
+<context>
     <name>TrashPage</name>
     <message>
         <source>Trash</source>
         <translation>Корзина</translation>
     </message>
     <message>
-        <source>Deleted tasks, projects, folders and contexts, ready to be restored or removed for good.</source>
-        <translation>Удалённые задачи, проекты, папки и контексты: их можно восстановить или удалить навсегда.</translation>
+        <source>Tasks</source>
+        <translation>Задачи</translation>
+    </message>
+    <message>
+        <source>Projects</source>
+        <translation>Проекты</translation>
+    </message>
+    <message>
+        <source>Folders</source>
+        <translation>Папки</translation>
+    </message>
+    <message>
+        <source>Contexts</source>
+        <translation>Контексты</translation>
+    </message>
+    <message>
+        <source>Empty Trash</source>
+        <translation>Очистить корзину</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete everything for good?</source>
+        <translation>Удалить всё безвозвратно?</translation>
+    </message>
+    <message>
+        <source>Delete all</source>
+        <translation>Удалить всё</translation>
+    </message>
+    <message>
+        <source>You can restore tasks, projects, folders and contexts within 14 days after deletion date</source>
+        <translation>Задачи, проекты, папки и контексты можно восстановить в течение 14 дней после удаления</translation>
+    </message>
+    <message>
+        <source>The trash is empty</source>
+        <translation>Корзина пуста</translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Выполненные</translation>
     </message>
 </context>
 <context>
