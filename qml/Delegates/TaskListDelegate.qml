@@ -458,6 +458,7 @@ DraggableDelegate {
             }
 
             StyledLabel {
+                objectName: "daysLeftLabel"
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: qsTr("%n day(s)", "", row.daysLeft())
                 color: appStyle.colors.lightGray

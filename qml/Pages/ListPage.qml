@@ -240,8 +240,13 @@ Page {
     }
 
     function openEmptySpaceMenu() {
-        if (emptySpaceContextMenu)
-            FunctionHelper.callIfProvided(popupHelper, "showMenu", [emptySpaceContextMenu])
+        if (!emptySpaceContextMenu)
+            return
+        var menu = emptySpaceContextMenu.createObject(listPage)
+        menu.closed.connect(function () {
+            FunctionHelper.delayFunctionCall(300, function () { menu.destroy() })
+        })
+        menu.popup()
     }
 
     function handleEmptySpaceClick(button) {

@@ -160,6 +160,14 @@ void ListPagesTest::shiftSelectedRowsAreDeletedAndRestored()
     m_ui.pressKey(Qt::Key_Up, Qt::ShiftModifier);
     QMetaObject::invokeMethod(list, "selectedCount", Q_RETURN_ARG(QVariant, selected));
     QCOMPARE(selected.toInt(), 2);
+
+    // Control toggles one row; Control+A takes them all.
+    clickRow(names.at(1), Qt::ControlModifier);
+    QMetaObject::invokeMethod(list, "selectedCount", Q_RETURN_ARG(QVariant, selected));
+    QCOMPARE(selected.toInt(), 1);
+    m_ui.pressKey(Qt::Key_A, Qt::ControlModifier);
+    QMetaObject::invokeMethod(list, "selectedCount", Q_RETURN_ARG(QVariant, selected));
+    QCOMPARE(selected.toInt(), 3);
 }
 
 void ListPagesTest::draggedRowKeepsItsNewPlace()
@@ -232,6 +240,12 @@ void ListPagesTest::trashRestoresOneTaskAndEmptiesTheRest()
     QCOMPARE(currentPageName(), QStringLiteral("TrashPage"));
     QTRY_COMPARE(rowNames(QStringLiteral("trashList")).size(), 2);
     QVERIFY(m_ui.item(QStringLiteral("trashTab_tasks")));
+    QVERIFY(row(QStringLiteral("Water the plants"))->findChild<QQuickItem*>(QStringLiteral("daysLeftLabel")));
+    QCOMPARE(row(QStringLiteral("Water the plants"))
+                 ->findChild<QQuickItem*>(QStringLiteral("daysLeftLabel"))
+                 ->property("text")
+                 .toString(),
+             QStringLiteral("14 day(s)"));
 
     QTest::mouseMove(m_ui.window(), centreOf(row(QStringLiteral("Water the plants"))));
     QVERIFY(m_ui.click(QStringLiteral("restoreButton_Water the plants")));
