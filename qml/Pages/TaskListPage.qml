@@ -28,6 +28,7 @@ ListPage {
     }
 
     dragEnabled: !trashMode
+    showMainSectionHeader: !trashMode
     sectionProperty: "stateRole"
     mainSectionNameUpdater: taskCountText
     mainSectionName: taskCountText()

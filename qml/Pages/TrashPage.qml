@@ -67,14 +67,31 @@ Page {
             Layout.fillWidth: true
             title: qsTr("Trash")
 
-            Controls.Button {
+            Rectangle {
                 objectName: "emptyTrashButton"
                 anchors.right: parent.right
                 anchors.rightMargin: 12
                 anchors.verticalCenter: parent.verticalCenter
                 visible: page.tabs.length > 0
-                text: qsTr("Empty Trash")
-                onClicked: page.emptyTrash()
+                width: emptyTrashLabel.implicitWidth + 24
+                height: 28
+                radius: 14
+                color: emptyTrashArea.containsMouse ? Qt.rgba(1, 1, 1, 0.25) : "transparent"
+                border.color: appStyle.pages.listHeaderText
+
+                StyledLabel {
+                    id: emptyTrashLabel
+                    anchors.centerIn: parent
+                    text: qsTr("Empty Trash")
+                    color: appStyle.pages.listHeaderText
+                }
+
+                MouseArea {
+                    id: emptyTrashArea
+                    anchors.fill: parent
+                    hoverEnabled: true
+                    onClicked: page.emptyTrash()
+                }
             }
         }
 
