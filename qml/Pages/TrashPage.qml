@@ -108,12 +108,34 @@ Page {
             objectName: "trashTabBar"
             Layout.fillWidth: true
             visible: page.tabs.length > 0
+            background: Rectangle {
+                color: appStyle.mainWindow.backgroundColor
+            }
 
             Repeater {
                 model: page.tabs
                 Controls.TabButton {
+                    id: tab
                     objectName: "trashTab_" + modelData.kind
                     text: modelData.title
+                    contentItem: StyledLabel {
+                        text: tab.text
+                        horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
+                        color: tab.checked ? Settings.applicationColor : appStyle.colors.taskName
+                        font.pixelSize: 14
+                    }
+                    background: Rectangle {
+                        implicitHeight: 36
+                        color: appStyle.mainWindow.backgroundColor
+
+                        Rectangle {
+                            anchors.bottom: parent.bottom
+                            width: parent.width
+                            height: 2
+                            color: tab.checked ? Settings.applicationColor : appStyle.pages.splitterColor
+                        }
+                    }
                 }
             }
         }
