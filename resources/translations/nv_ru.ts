@@ -303,7 +303,7 @@
     </message>
     <message>
         <source>Restore</source>
-        <translation type="unfinished"></translation>
+        <translation type="unfinished">Восстановить</translation>
     </message>
 </context>
 <context>
@@ -824,6 +824,18 @@
     <message>
         <source>Completed</source>
         <translation>Выполненные</translation>
+    </message>
+    <message>
+        <source>Add Task</source>
+        <translation>Добавить задачу</translation>
+    </message>
+    <message>
+        <source>Add Project</source>
+        <translation>Добавить проект</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
     </message>
 </context>
 <context>

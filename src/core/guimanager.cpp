@@ -35,9 +35,9 @@
 #include <QQuickWindow>
 #include <QTimer>
 
-#include <memory>
 #include <QTranslator>
 #include <QtQml>
+#include <memory>
 
 namespace {
 const char* const appVersion = NORVEL_VERSION;

@@ -44,7 +44,8 @@ QStringList ListPagesTest::rowNames(const QString& listName) const
 {
     QVariantList objects;
     QObject* listModel = model(listName);
-    if (!listModel || !QMetaObject::invokeMethod(listModel, "getObjectList", Q_RETURN_ARG(QVariantList, objects)))
+    if (!listModel ||
+        !QMetaObject::invokeMethod(listModel, "getObjectList", Q_RETURN_ARG(QVariantList, objects)))
         return {QStringLiteral("<no model>")};
     QStringList names;
     for (const QVariant& object : qAsConst(objects))
@@ -202,7 +203,8 @@ void ListPagesTest::draggedRowKeepsItsNewPlace()
 void ListPagesTest::searchFindsATaskByAWordOfItsMemo()
 {
     clickRow(QStringLiteral("Pay the rent"));
-    QQuickItem* memoButton = row(QStringLiteral("Pay the rent"))->findChild<QQuickItem*>(QStringLiteral("memoButton"));
+    QQuickItem* memoButton =
+        row(QStringLiteral("Pay the rent"))->findChild<QQuickItem*>(QStringLiteral("memoButton"));
     QVERIFY(m_ui.click(memoButton));
     QTRY_VERIFY(m_ui.item(QStringLiteral("memoEditor")));
     type(QStringLiteral("Transfer before Friday"));
@@ -263,4 +265,3 @@ void ListPagesTest::trashRestoresOneTaskAndEmptiesTheRest()
 
 NORVEL_TEST_MAIN(ListPagesTest)
 #include "listpagestest.moc"
-
