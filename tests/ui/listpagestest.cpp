@@ -27,6 +27,7 @@ private:
     QQuickItem* row(const QString& name) const;
     QPoint centreOf(QQuickItem* item, qreal heightRatio = 0.5) const;
     void clickRow(const QString& name, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void settle();
     void acceptQuestion();
     void typeLetters(const QString& text);
     void type(const QString& text);
@@ -63,8 +64,15 @@ QPoint ListPagesTest::centreOf(QQuickItem* item, qreal heightRatio) const
     return item->mapToScene(QPointF(item->width() * 0.3, item->height() * heightRatio)).toPoint();
 }
 
+// Rows move into place with a 200 ms transition after every change of the list.
+void ListPagesTest::settle()
+{
+    QTest::qWait(250);
+}
+
 void ListPagesTest::clickRow(const QString& name, Qt::KeyboardModifiers modifiers)
 {
+    settle();
     QQuickItem* target = row(name);
     QVERIFY2(target, qPrintable(name));
     QTest::mouseMove(m_ui.window(), centreOf(target));
@@ -249,6 +257,7 @@ void ListPagesTest::trashRestoresOneTaskAndEmptiesTheRest()
                  .toString(),
              QStringLiteral("14 day(s)"));
 
+    settle();
     QTest::mouseMove(m_ui.window(), centreOf(row(QStringLiteral("Water the plants"))));
     QVERIFY(m_ui.click(QStringLiteral("restoreButton_Water the plants")));
     QTRY_COMPARE(rowNames(QStringLiteral("trashList")), QStringList({QStringLiteral("Call the plumber")}));
