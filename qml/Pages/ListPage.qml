@@ -341,10 +341,12 @@ Page {
         var selectedId = lastSelectedObjectId
         FunctionHelper.callAfterProcessEventQueue(function () {
             var index = model.getIndexByObjectId(selectedId)
-            if (index !== -1)
-                setCurrentIndex(index)
-            else
+            if (index === -1)
                 clearItemsSelection()
+            else if (selectedGroup.count > 1)
+                listView.currentIndex = index
+            else
+                setCurrentIndex(index)
         })
     }
 

@@ -181,11 +181,14 @@ void ListPagesTest::shiftSelectedRowsAreDeletedAndRestored()
 
 void ListPagesTest::draggedRowKeepsItsNewPlace()
 {
+    settle();
     const QStringList before = rowNames(QStringLiteral("norvelBoxList"));
     QQuickItem* source = row(before.at(2));
     QQuickItem* target = row(before.at(0));
     QVERIFY(source && target);
 
+    clickRow(before.at(2));
+    settle();
     const QPoint start = centreOf(source);
     QTest::mousePress(m_ui.window(), Qt::LeftButton, Qt::NoModifier, start);
     QTRY_VERIFY(m_ui.property(QStringLiteral("norvelBoxList"), "dragActive").toBool());
