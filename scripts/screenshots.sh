@@ -106,6 +106,8 @@ shoot() {
 projects_button="45 290"
 contexts_button="45 375"
 norvel_box_button="45 120"
+search_field="910 54"
+trash_button="791 54"
 shoot main-window-light 1 "#1E88E5" en
 shoot main-window-dark 2 "#73ABFC" en
 shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
@@ -122,3 +124,5 @@ shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
 add_button="390 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"
 shoot task-editor-dark 2 "#73ABFC" en "$add_button" "Prepare the quarterly report"
+shoot search-light 1 "#1E88E5" en "$search_field" "card"
+shoot trash-dark 2 "#73ABFC" en "$trash_button"

@@ -31,20 +31,26 @@ app_version=1.11
 show_welcome_screen=false
 INI
 
-# The render loop logs each frame it renders; the message pattern stamps it with the process time.
+# The program logs the first frame its window shows, stamped to the millisecond.
+logs="$data/logs"
 for run in $(seq 1 "$runs"); do
+    rm -rf "$logs"
     HOME="$work" XDG_DATA_HOME="$work/.local/share" XDG_CONFIG_HOME="$work/.config" \
         XDG_CACHE_HOME="$work/.cache" LANG=en_US.UTF-8 QT_QUICK_BACKEND=software \
-        QT_LOGGING_RULES="qt.scenegraph.renderloop=true" QT_MESSAGE_PATTERN="%{time process} %{message}" \
         xvfb-run -a -s "-screen 0 1440x900x24" bash -c '
-            "$1" > "$2" 2>&1 & pid=$!
-            for attempt in $(seq 1 100); do
-                sleep 0.1
-                grep -q "$3" "$2" && break
+            started=$(date +%s.%N)
+            "$1" > /dev/null 2>&1 & pid=$!
+            line=""
+            for attempt in $(seq 1 300); do
+                sleep 0.05
+                line=$(grep -rh "Main window: first frame shown" "$2" 2>/dev/null | head -n1) || true
+                [[ -n "$line" ]] && break
             done
             kill "$pid"
             wait "$pid" || true
-        ' measure "$program" "$work/run.log" "renderWindow"
-    seconds=$(grep -m1 "renderWindow" "$work/run.log" | awk "{print \$1}")
-    echo "run $run: first frame after ${seconds:-?} s with $count tasks"
+            stamp=$(grep -oE "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:.]+" <<< "$line" | head -n1)
+            [[ -n "$stamp" ]] || { echo "no first frame logged"; exit 1; }
+            echo "$started $(date -d "$stamp" +%s.%N)"
+        ' measure "$program" "$logs" | awk -v run="$run" -v count="$count" \
+            "{ printf \"run %d: first frame %.3f s after process start with %d tasks\\n\", run, \$2 - \$1, count }"
 done

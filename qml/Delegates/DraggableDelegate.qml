@@ -38,6 +38,7 @@ Item {
         if (!listPage || !dragEnabled)
             return
         currentItemIndex = delegateIndex
+        grabOffsetY = draggable.pressY
         listPage.beginDrag()
         var topLeft = mapToItem(listPage, 0, 0)
         parent = listPage
@@ -51,8 +52,6 @@ Item {
         if (!draggable.dragging)
             return
         var point = draggable.mapToItem(listPage, mouse.x, mouse.y)
-        if (grabOffsetY === 0)
-            grabOffsetY = mouse.y
         y = point.y - grabOffsetY
         dragX = point.x
         dragY = point.y
@@ -64,7 +63,6 @@ Item {
             return
         var accepted = Drag.drop() !== Qt.IgnoreAction
         draggable.dragging = false
-        grabOffsetY = 0
         listDelegate.takeBackContent()
         if (!accepted)
             listPage.dragActive = false

@@ -12,6 +12,7 @@ Rectangle {
     readonly property bool hovered: mouseArea.containsMouse
     readonly property alias pressed: mouseArea.pressed
     property bool dragging: false
+    property real pressY: 0
 
     signal positionChanged(var mouse)
     signal pressAndHold()
@@ -43,6 +44,7 @@ Rectangle {
         hoverEnabled: true
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onPressed: {
+            item.pressY = mouse.y
             if (item.dragEnabled && mouse.button === Qt.LeftButton)
                 holdTimer.restart()
         }

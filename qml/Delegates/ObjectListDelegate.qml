@@ -81,7 +81,8 @@ DraggableDelegate {
         Button {
             objectName: "restoreButton_" + row.displayName
             text: qsTr("Restore")
-            visible: row.hovered || hovered
+            // Shown on hover but always there, so that moving onto it never hides it.
+            opacity: row.hovered || hovered ? 1 : 0
             onClicked: row.restoreClicked()
         }
 

@@ -239,7 +239,7 @@ DraggableDelegate {
         id: checkBox
         objectName: "completeCheckBox_" + row.taskName
         x: 16
-        y: 16
+        y: column.y + (nameLabel.height - height) / 2
         width: 20
         height: 20
         radius: 4
@@ -453,11 +453,13 @@ DraggableDelegate {
             Button {
                 objectName: "restoreButton_" + row.taskName
                 text: qsTr("Restore")
-                visible: row.hovered || hovered
+                // Shown on hover but always there, so that moving onto it never hides it.
+            opacity: row.hovered || hovered ? 1 : 0
                 onClicked: TaskHandler.restoreTask(row.task)
             }
 
             StyledLabel {
+                objectName: "daysLeftLabel"
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: qsTr("%n day(s)", "", row.daysLeft())
                 color: appStyle.colors.lightGray

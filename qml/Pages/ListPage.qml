@@ -240,8 +240,13 @@ Page {
     }
 
     function openEmptySpaceMenu() {
-        if (emptySpaceContextMenu)
-            FunctionHelper.callIfProvided(popupHelper, "showMenu", [emptySpaceContextMenu])
+        if (!emptySpaceContextMenu)
+            return
+        var menu = emptySpaceContextMenu.createObject(listPage)
+        menu.closed.connect(function () {
+            FunctionHelper.delayFunctionCall(300, function () { menu.destroy() })
+        })
+        menu.popup()
     }
 
     function handleEmptySpaceClick(button) {
@@ -336,10 +341,12 @@ Page {
         var selectedId = lastSelectedObjectId
         FunctionHelper.callAfterProcessEventQueue(function () {
             var index = model.getIndexByObjectId(selectedId)
-            if (index !== -1)
-                setCurrentIndex(index)
-            else
+            if (index === -1)
                 clearItemsSelection()
+            else if (selectedGroup.count > 1)
+                listView.currentIndex = index
+            else
+                setCurrentIndex(index)
         })
     }
 

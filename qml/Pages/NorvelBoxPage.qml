@@ -96,6 +96,7 @@ HistoryPage {
         showProjectNamesChain: false
         headerComponent: captureHeader
         onPasteActionClicked: page.pasteTask()
+        onAddTaskActionClicked: popupHelper.showNorvelBoxTaskPopup()
     }
 
     Component {

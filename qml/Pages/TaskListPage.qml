@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import com.kelmora.helpers 1.0
+import "../Components"
 import "../Delegates"
 
 // A list of tasks, sectioned into the open ones and the completed ones; either section folds away.
@@ -27,6 +28,7 @@ ListPage {
     }
 
     dragEnabled: !trashMode
+    showMainSectionHeader: !trashMode
     sectionProperty: "stateRole"
     mainSectionNameUpdater: taskCountText
     mainSectionName: taskCountText()
@@ -38,6 +40,8 @@ ListPage {
                            "2": { "text": qsTr("Completed"), "hasIcon": true,
                                   "func": function () { toggleSection("2", "CLOSE_COMPLETED", "OPEN_COMPLETED") } }
                        }
+
+    emptySpaceContextMenu: trashMode ? null : emptySpaceMenu
 
     delegate: Component {
         TaskListDelegate {
@@ -51,5 +55,28 @@ ListPage {
     Connections {
         target: taskListPage.model || null
         function onActiveObjectCountChanged() { taskListPage.mainSectionName = taskListPage.taskCountText() }
+    }
+
+    Component {
+        id: emptySpaceMenu
+
+        NvMenu {
+            NvMenuItem {
+                label: qsTr("Add Task")
+                onActivated: taskListPage.addTaskActionClicked()
+            }
+            NvMenuItem {
+                visible: taskListPage.showProjectMenuItem
+                height: visible ? implicitHeight : 0
+                label: qsTr("Add Project")
+                onActivated: taskListPage.addProjectActionClicked()
+            }
+            NvMenuItem {
+                visible: "object" in Clipboard && Clipboard.object.NAME !== undefined
+                height: visible ? implicitHeight : 0
+                label: qsTr("Paste")
+                onActivated: taskListPage.pasteActionClicked()
+            }
+        }
     }
 }

@@ -28,12 +28,12 @@ Page {
 
     // A tab whose list ran empty goes away and the first tab takes over.
     function rebuildTabs() {
-        var current = tabs.length > tabBar.currentIndex ? tabs[tabBar.currentIndex].kind : ""
+        var current = tabBar.currentIndex >= 0 && tabBar.currentIndex < tabs.length ? tabs[tabBar.currentIndex].kind : ""
         var fresh = availableTabs()
         var index = fresh.findIndex(function (tab) { return tab.kind === current })
         tabs = fresh
         tabBar.currentIndex = Math.max(0, index)
-        if (listLoader.item)
+        if (listLoader.item && listLoader.item.model)
             listLoader.item.model.update()
     }
 
@@ -67,14 +67,31 @@ Page {
             Layout.fillWidth: true
             title: qsTr("Trash")
 
-            Controls.Button {
+            Rectangle {
                 objectName: "emptyTrashButton"
                 anchors.right: parent.right
                 anchors.rightMargin: 12
                 anchors.verticalCenter: parent.verticalCenter
                 visible: page.tabs.length > 0
-                text: qsTr("Empty Trash")
-                onClicked: page.emptyTrash()
+                width: emptyTrashLabel.implicitWidth + 24
+                height: 28
+                radius: 14
+                color: emptyTrashArea.containsMouse ? Qt.rgba(1, 1, 1, 0.25) : "transparent"
+                border.color: appStyle.pages.listHeaderText
+
+                StyledLabel {
+                    id: emptyTrashLabel
+                    anchors.centerIn: parent
+                    text: qsTr("Empty Trash")
+                    color: appStyle.pages.listHeaderText
+                }
+
+                MouseArea {
+                    id: emptyTrashArea
+                    anchors.fill: parent
+                    hoverEnabled: true
+                    onClicked: page.emptyTrash()
+                }
             }
         }
 
@@ -91,12 +108,34 @@ Page {
             objectName: "trashTabBar"
             Layout.fillWidth: true
             visible: page.tabs.length > 0
+            background: Rectangle {
+                color: appStyle.mainWindow.backgroundColor
+            }
 
             Repeater {
                 model: page.tabs
                 Controls.TabButton {
+                    id: tab
                     objectName: "trashTab_" + modelData.kind
                     text: modelData.title
+                    contentItem: StyledLabel {
+                        text: tab.text
+                        horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
+                        color: tab.checked ? Settings.applicationColor : appStyle.colors.taskName
+                        font.pixelSize: 14
+                    }
+                    background: Rectangle {
+                        implicitHeight: 36
+                        color: appStyle.mainWindow.backgroundColor
+
+                        Rectangle {
+                            anchors.bottom: parent.bottom
+                            width: parent.width
+                            height: 2
+                            color: tab.checked ? Settings.applicationColor : appStyle.pages.splitterColor
+                        }
+                    }
                 }
             }
         }

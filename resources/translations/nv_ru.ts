@@ -1271,6 +1271,18 @@ a start or due date first</source>
         <source>Completed</source>
         <translation>Выполненные</translation>
     </message>
+    <message>
+        <source>Add Task</source>
+        <translation>Добавить задачу</translation>
+    </message>
+    <message>
+        <source>Add Project</source>
+        <translation>Добавить проект</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
+    </message>
 </context>
 <context>
     <name>TaskPreviewPopup</name>

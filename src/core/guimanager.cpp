@@ -35,8 +35,10 @@
 #include <QQmlContext>
 #include <QQuickWindow>
 #include <QTimer>
+
 #include <QTranslator>
 #include <QtQml>
+#include <memory>
 
 namespace {
 const char* const appVersion = NORVEL_VERSION;
@@ -240,6 +242,12 @@ void GuiManager::loadUi()
     if (!d->window)
         return;
     connect(d->window, SIGNAL(hideOnClose()), this, SLOT(hideMainWindow()));
+    // The moment the user sees the window; start-up time is measured up to this line.
+    auto firstFrame = std::make_shared<QMetaObject::Connection>();
+    *firstFrame = connect(d->window, &QQuickWindow::frameSwapped, this, [firstFrame] {
+        QObject::disconnect(*firstFrame);
+        QLOG_INFO() << "Main window: first frame shown";
+    });
     createTrayIcon();
 }
 
