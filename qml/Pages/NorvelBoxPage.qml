@@ -140,7 +140,12 @@ HistoryPage {
                         color: captureField.activeFocus ? Settings.applicationColor : appStyle.pages.splitterColor
                     }
                 }
-                onAccepted: {
+                // Handled here rather than in onAccepted: a text field lets Return travel on, and the
+                // list around it would open its current row.
+                Keys.onReturnPressed: captureText()
+                Keys.onEnterPressed: captureText()
+
+                function captureText() {
                     if (page.captureTask(text))
                         clear()
                 }
