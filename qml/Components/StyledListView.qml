@@ -34,12 +34,16 @@ ListView {
         NumberAnimation { property: "scale"; to: 0; duration: view.transitionDuration }
     }
 
+    // A row displaced while its add transition runs has that transition cut short: the displacement
+    // brings it to full size, or it would stay shrunken and invisible.
     displaced: Transition {
         NumberAnimation { properties: "x,y"; duration: view.transitionDuration }
+        NumberAnimation { properties: "opacity,scale"; to: 1; duration: view.transitionDuration }
     }
 
     moveDisplaced: Transition {
         enabled: view.dragActive
         NumberAnimation { properties: "x,y"; duration: view.transitionDuration }
+        NumberAnimation { properties: "opacity,scale"; to: 1; duration: view.transitionDuration }
     }
 }
