@@ -1,5 +1,7 @@
 #include "treemodel.h"
 
+#include "store/objectkeys.h"
+
 #include <QSet>
 #include <QStringList>
 
@@ -8,12 +10,6 @@
 #include <utility>
 
 namespace {
-
-const QString idKey = QStringLiteral("ID");
-const QString parentKey = QStringLiteral("PARENT");
-const QString levelKey = QStringLiteral("LEVEL");
-const QString childrenKey = QStringLiteral("CHILDREN");
-const QString stateKey = QStringLiteral("STATE");
 
 QString idOf(const QVariantMap& object)
 {

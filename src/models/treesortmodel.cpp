@@ -3,6 +3,7 @@
 #include "models/manualorder.h"
 #include "models/treemodel.h"
 #include "store/datamanager.h"
+#include "store/objectkeys.h"
 #include "sync/sortinghelper.h"
 
 #include <QSet>
@@ -11,10 +12,6 @@ using SortingNamespace::ListType;
 using SortingNamespace::OrderHash;
 
 namespace {
-
-const QString idKey = QStringLiteral("ID");
-const QString parentKey = QStringLiteral("PARENT");
-const QString levelKey = QStringLiteral("LEVEL");
 
 QString idOf(const QVariantMap& object)
 {

@@ -1,9 +1,10 @@
 #include "notificationhelper.h"
 
+#include "store/objectkeys.h"
+
 #include <QObject>
 
 namespace {
-const QString idKey = QStringLiteral("ID");
 const QString startDateKey = QStringLiteral("STARTDATE");
 const QString dueDateKey = QStringLiteral("DUEDATE");
 

@@ -6,14 +6,13 @@
 #include "reminders/notificationhelper.h"
 #include "reminders/notificationmanagerprivate.h"
 #include "services/repeatedtaskhelper.h"
+#include "store/objectkeys.h"
 
 #include <QLocale>
 #include <QPair>
 #include <QStandardPaths>
 
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString nameKey = QStringLiteral("NAME");
 
 using Reminder = QPair<QVariantMap, NotificationManager::NotificationType>;
 

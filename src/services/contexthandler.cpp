@@ -9,17 +9,11 @@
 #include "models/sortmodel.h"
 #include "models/treemodel.h"
 #include "store/datamanager.h"
+#include "store/objectkeys.h"
 
 using namespace SortingNamespace;
 
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString parentKey = QStringLiteral("PARENT");
-const QString stateKey = QStringLiteral("STATE");
-const QString contextKey = QStringLiteral("CONTEXT");
-const QString periodKey = QStringLiteral("PERIOD");
-const QString syncedKey = QStringLiteral("SYNCED");
-const QString localKey = QStringLiteral("LOCAL");
 
 DataManager* data()
 {

@@ -9,22 +9,12 @@
 #include "models/searchsortfiltermodel.h"
 #include "models/sortmodel.h"
 #include "store/datamanager.h"
+#include "store/objectkeys.h"
 #include "store/predefineddatahelper.h"
 
 using namespace SortingNamespace;
 
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString nameKey = QStringLiteral("NAME");
-const QString parentKey = QStringLiteral("PARENT");
-const QString stateKey = QStringLiteral("STATE");
-const QString folderKey = QStringLiteral("FOLDER");
-const QString levelKey = QStringLiteral("LEVEL");
-const QString periodKey = QStringLiteral("PERIOD");
-const QString childrenKey = QStringLiteral("CHILDREN");
-const QString timestampKey = QStringLiteral("TIMESTAMP");
-const QString syncedKey = QStringLiteral("SYNCED");
-const QString localKey = QStringLiteral("LOCAL");
 
 DataManager* data()
 {

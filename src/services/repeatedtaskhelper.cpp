@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "store/databasehandler.h"
+#include "store/objectkeys.h"
 #include "store/storesettings.h"
 #include "store/taskstore.h"
 
@@ -12,9 +13,6 @@
 #include <QStringList>
 
 namespace {
-const QString startKey = QStringLiteral("START");
-const QString dueKey = QStringLiteral("DUE");
-const QString periodKey = QStringLiteral("PERIOD");
 const QString startReminderPrefix = QStringLiteral("start_");
 const QString dueReminderPrefix = QStringLiteral("due_");
 

@@ -9,17 +9,13 @@
 #include "models/nocontexttaskssortmodel.h"
 #include "models/sortmodel.h"
 #include "store/datamanager.h"
+#include "store/objectkeys.h"
 #include "store/predefineddatahelper.h"
 
 #include <QJSValueList>
 #include <QMultiHash>
 
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString stateKey = QStringLiteral("STATE");
-const QString startKey = QStringLiteral("START");
-const QString dueKey = QStringLiteral("DUE");
-const QString periodKey = QStringLiteral("PERIOD");
 const QString repeatedKey = QStringLiteral("REPEATED");
 const QString fakeStartKey = QStringLiteral("FAKESTART");
 const QString fakeDueKey = QStringLiteral("FAKEDUE");

@@ -3,6 +3,7 @@
 #include "core/logmanager.h"
 #include "store/databasehandler.h"
 #include "store/dataobjectconverter.h"
+#include "store/objectkeys.h"
 #include "store/projectstore.h"
 #include "store/storesettings.h"
 #include "store/taskstore.h"
@@ -12,14 +13,6 @@
 #include <QSqlRecord>
 
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString nameKey = QStringLiteral("NAME");
-const QString parentKey = QStringLiteral("PARENT");
-const QString stateKey = QStringLiteral("STATE");
-const QString contextKey = QStringLiteral("CONTEXT");
-const QString childrenKey = QStringLiteral("CHILDREN");
-const QString levelKey = QStringLiteral("LEVEL");
-const QString localKey = QStringLiteral("LOCAL");
 const QString contextTable = QStringLiteral("context");
 
 const QString contextColumnsQuery =

@@ -4,6 +4,7 @@
 #include "store/calendarinfostore.h"
 #include "store/contextstore.h"
 #include "store/dataobjectconverter.h"
+#include "store/objectkeys.h"
 #include "store/projectstore.h"
 #include "store/recordreader.h"
 #include "store/taskstore.h"
@@ -15,11 +16,6 @@
 
 namespace {
 const QString syncKey = QStringLiteral("SYNC");
-const QString syncedKey = QStringLiteral("SYNCED");
-const QString localKey = QStringLiteral("LOCAL");
-const QString stateKey = QStringLiteral("STATE");
-const QString idKey = QStringLiteral("ID");
-const QString timestampKey = QStringLiteral("TIMESTAMP");
 const int minimumKnownObjectsLimit = 8192;
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "dataobjectconverter.h"
 
 #include "core/clock.h"
+#include "store/objectkeys.h"
 #include "store/recordreader.h"
 
 #include <QRegularExpression>
@@ -9,8 +10,6 @@
 #include <cmath>
 
 namespace {
-const QString startKey = QStringLiteral("START");
-const QString dueKey = QStringLiteral("DUE");
 
 QVariant preparedDate(const QVariant& value)
 {

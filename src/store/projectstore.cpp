@@ -5,6 +5,7 @@
 #include "store/databasehandler.h"
 #include "store/dataobjectconverter.h"
 #include "store/dayquery.h"
+#include "store/objectkeys.h"
 #include "store/predefineddatahelper.h"
 #include "store/storesettings.h"
 #include "store/taskstore.h"
@@ -16,15 +17,6 @@
 #include <QSqlRecord>
 
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString nameKey = QStringLiteral("NAME");
-const QString parentKey = QStringLiteral("PARENT");
-const QString stateKey = QStringLiteral("STATE");
-const QString folderKey = QStringLiteral("FOLDER");
-const QString localKey = QStringLiteral("LOCAL");
-const QString periodKey = QStringLiteral("PERIOD");
-const QString childrenKey = QStringLiteral("CHILDREN");
-const QString levelKey = QStringLiteral("LEVEL");
 const QString projectTable = QStringLiteral("project");
 
 const QString projectColumns = QStringLiteral("SELECT id, name, parent, memo, start, due, context, folder, "

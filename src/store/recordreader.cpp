@@ -1,6 +1,7 @@
 #include "recordreader.h"
 
 #include "store/dataobjectconverter.h"
+#include "store/objectkeys.h"
 
 #include "core/logmanager.h"
 
@@ -12,9 +13,6 @@
 #include <algorithm>
 
 namespace {
-const QString startKey = QStringLiteral("START");
-const QString dueKey = QStringLiteral("DUE");
-const QString idKey = QStringLiteral("ID");
 
 // One string per key for every map of the process: comparing two maps' keys then stops at the
 // shared pointer instead of reading the text.

@@ -2,6 +2,7 @@
 
 #include "store/contextstore.h"
 #include "store/databasehandler.h"
+#include "store/objectkeys.h"
 #include "store/predefineddatahelper.h"
 #include "store/projectstore.h"
 #include "store/taskstore.h"
@@ -17,7 +18,6 @@ const QString SortedListCleaner::norvelBoxListId = QStringLiteral("norvelbox");
 const QString SortedListCleaner::oneStepActionsListId = QStringLiteral("1_step_actions");
 
 namespace {
-const QString stateKey = QStringLiteral("STATE");
 
 bool isFixedId(const QString& listId)
 {

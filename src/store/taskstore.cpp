@@ -6,6 +6,7 @@
 #include "store/databasehandler.h"
 #include "store/dataobjectconverter.h"
 #include "store/dayquery.h"
+#include "store/objectkeys.h"
 #include "store/predefineddatahelper.h"
 #include "store/projectstore.h"
 #include "store/storesettings.h"
@@ -13,13 +14,6 @@
 #include <functional>
 
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString nameKey = QStringLiteral("NAME");
-const QString parentKey = QStringLiteral("PARENT");
-const QString startKey = QStringLiteral("START");
-const QString dueKey = QStringLiteral("DUE");
-const QString periodKey = QStringLiteral("PERIOD");
-const QString stateKey = QStringLiteral("STATE");
 const QString taskTable = QStringLiteral("task");
 
 // Keys that only live on maps in the interface and never reach the row.

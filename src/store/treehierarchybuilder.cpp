@@ -1,10 +1,8 @@
 #include "treehierarchybuilder.h"
 
+#include "store/objectkeys.h"
+
 namespace {
-const QString idKey = QStringLiteral("ID");
-const QString parentKey = QStringLiteral("PARENT");
-const QString levelKey = QStringLiteral("LEVEL");
-const QString childrenKey = QStringLiteral("CHILDREN");
 
 bool isRoot(const DataObject& object)
 {

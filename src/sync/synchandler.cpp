@@ -7,6 +7,7 @@
 #include "services/repeatedtaskhelper.h"
 #include "store/contextstore.h"
 #include "store/databasehandler.h"
+#include "store/objectkeys.h"
 #include "store/predefineddatahelper.h"
 #include "store/projectstore.h"
 #include "store/taskstore.h"
@@ -27,9 +28,6 @@ namespace {
 
 enum ObjectKind { ContextObject, ProjectObject, TaskObject };
 
-const QString idKey = QStringLiteral("ID");
-const QString stateKey = QStringLiteral("STATE");
-const QString timestampKey = QStringLiteral("TIMESTAMP");
 const QString syncKey = QStringLiteral("SYNC");
 const QString lastClientRevisionKey = QStringLiteral("LastClientRevision");
 const QString norvelBoxIdKey = QStringLiteral("NB_ID");
