@@ -7,29 +7,15 @@
 #include "store/databasehandler.h"
 #include "store/sortedlistcleaner.h"
 #include "store/taskstore.h"
+#include "sync/sortingmanager.h"
 #include "sync/syncmanager.h"
 #include "utilities/helper.h"
-
-#include <QList>
-#include <QPair>
-
-namespace {
-using SortedListKey = QPair<QString, SortingNamespace::ListType>;
-
-// Sorted lists are kept by the sorting manager, which is not part of the program yet: until it is,
-// no list is stored and none can be dropped.
-QList<SortedListKey> storedSortedLists()
-{
-    return {};
-}
-
-void dropSortedList(const SortedListKey&) {}
-} // namespace
 
 struct DataHandler::Private
 {
     DatabaseHandler* database = nullptr;
     RepeatedTaskHelper* repeatedTaskHelper = nullptr;
+    SortingManager* sortingManager = nullptr;
 };
 
 DataHandler::DataHandler()
@@ -44,6 +30,7 @@ void DataHandler::initialize()
     d->repeatedTaskHelper = RepeatedTaskHelper::instance();
     connect(SyncManager::instance(), &SyncManager::activeChanged, this,
             &DataHandler::handleSyncActiveChanged);
+    d->sortingManager = new SortingManager(this);
     QLOG_INFO() << "Connecting to the database...";
     d->database->openDatabase(Helper::instance()->databaseFilePath());
     // Made here so that its timer and bus connection belong to this thread.
@@ -61,11 +48,18 @@ void DataHandler::requestIndicatorStateForDate(const QDateTime& dateTime)
     emit indicatorStateForDateChanged(dateTime, state);
 }
 
+SortingManager* DataHandler::sortingManager() const
+{
+    return d->sortingManager;
+}
+
 void DataHandler::cleanSortedLists()
 {
-    for (const SortedListKey& list : storedSortedLists()) {
+    const SortingManager::SortedLists lists = d->sortingManager->getAllSortedLists();
+    for (auto it = lists.cbegin(); it != lists.cend(); ++it) {
+        const SortingManager::ListKey& list = it.key();
         if (SortedListCleaner::isObsolete(d->database, list.first, list.second))
-            dropSortedList(list);
+            d->sortingManager->deleteSortedList(list.first, list.second);
     }
 }
 
@@ -73,7 +67,7 @@ void DataHandler::handleSyncActiveChanged(bool active)
 {
     if (active)
         return;
-    // The reminders and sorted-list syncs, once they exist, are queued here so that they always
-    // follow a finished main sync.
+    // Queued, so that the sorted-list sync starts once the main sync has fully ended.
+    QMetaObject::invokeMethod(d->sortingManager, &SortingManager::sync, Qt::QueuedConnection);
     emit mainSyncFinished();
 }

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+class SortingManager;
+
 // The worker object of the database thread. It gathers the objects that share the one connection
 // and does the work that DataManager hands over without a store method of its own: opening the
 // database, the calendar indicators and the cleaning of sorted lists.
@@ -24,6 +26,8 @@ public:
     Q_INVOKABLE void requestIndicatorStateForDate(const QDateTime& dateTime);
     // Drops the sort data of lists whose objects are gone.
     Q_INVOKABLE void cleanSortedLists();
+    // Made by initialize(); lives on the database thread.
+    SortingManager* sortingManager() const;
 
 public slots:
     // Follows the sync manager's active flag, on this thread.

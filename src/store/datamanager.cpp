@@ -12,6 +12,8 @@
 #include "store/predefineddatahelper.h"
 #include "store/projectstore.h"
 #include "store/taskstore.h"
+#include "sync/authmanager.h"
+#include "sync/sortingmanager.h"
 #include "sync/syncmanager.h"
 
 #include <QDataStream>
@@ -172,10 +174,14 @@ DataManager::DataManager()
     : d(std::make_unique<Private>(this))
 {
     restartMidnightTimer();
+    // The REST syncs on the database thread ask this thread's account manager for their token, so it
+    // must belong here before the worker can make it.
+    AuthManager::instance();
     startWorker();
     connectWorker();
     connectHardware();
     setUpTimers();
+    QTimer::singleShot(0, this, &DataManager::moveOldSortHashes);
 }
 
 DataManager::~DataManager() = default;
@@ -195,6 +201,8 @@ void DataManager::connectWorker()
     connectSyncManager();
     connect(dataHandler, &DataHandler::indicatorStateForDateChanged, this,
             &DataManager::indicatorStateForDateChanged, Qt::QueuedConnection);
+    connect(dataHandler->sortingManager(), &SortingManager::completed, this,
+            &DataManager::sortingSyncComplete, Qt::QueuedConnection);
     // The worker may not start a timer of this thread; the midnight sync is re-armed here instead.
     connect(
         dataHandler, &DataHandler::mainSyncFinished, this,
@@ -728,37 +736,49 @@ bool DataManager::hasScheduledReminders(const QString& taskId)
     return onWorker([&] { return notifications()->hasScheduledNotifications(taskId); });
 }
 
-// Sorted lists belong to the sorting manager, which is not part of the program yet: until it is, no
-// order is stored and every list reads as one nobody has sorted.
+// Sorted lists, kept by the sorting manager on the database thread.
 
-SortedListInfo DataManager::getSortedListInfo(const QString& /*listId*/, ListType /*listType*/)
+namespace {
+SortingManager* sorting()
 {
-    return SortedListInfo();
+    return dataHandler->sortingManager();
+}
+} // namespace
+
+SortedListInfo DataManager::getSortedListInfo(const QString& listId, ListType listType)
+{
+    return onWorker([&] { return sorting()->getSortedListInfo(listId, listType); });
 }
 
-void DataManager::setSortedList(const QString& /*listId*/, ListType /*listType*/, SortingType /*sortingType*/,
-                                bool /*groupByDate*/)
-{}
-
-void DataManager::setManualSortedList(const QString& /*listId*/, ListType /*listType*/,
-                                      const OrderHash& /*orderHash*/)
-{}
-
-void DataManager::deleteSortedList(const QString& /*listId*/, ListType /*listType*/) {}
-
-bool DataManager::hasSortedListInfo(const QString& /*listId*/, ListType /*listType*/)
+void DataManager::setSortedList(const QString& listId, ListType listType, SortingType sortingType,
+                                bool groupByDate)
 {
-    return false;
+    onWorkerWithoutResult([&] { sorting()->setSortedList(listId, listType, sortingType, groupByDate); });
+}
+
+void DataManager::setManualSortedList(const QString& listId, ListType listType, const OrderHash& orderHash)
+{
+    onWorkerWithoutResult([&] { sorting()->setManualSortedList(listId, listType, orderHash); });
+}
+
+void DataManager::deleteSortedList(const QString& listId, ListType listType)
+{
+    onWorkerWithoutResult([&] { sorting()->deleteSortedList(listId, listType); });
+}
+
+bool DataManager::hasSortedListInfo(const QString& listId, ListType listType)
+{
+    return onWorker([&] { return sorting()->hasSortedListInfo(listId, listType); });
 }
 
 SortingType DataManager::getSortingType(const QString& listId, ListType listType)
 {
-    return getSortedListInfo(listId, listType).sortingType;
+    return onWorker([&] { return sorting()->getSortingType(listId, listType); });
 }
 
 bool DataManager::getGroupByDateParam(const QString& listId, ListType listType)
 {
-    return getSortedListInfo(listId, listType).groupByDate;
+    return onWorker([&] { return sorting()->getGroupByDateParam(listId, listType); });
 }
 
 // Account and sync, answered by the sync manager on the database thread.
@@ -792,6 +812,7 @@ void DataManager::logout()
         SyncManager::instance()->logout();
         RepeatedTaskHelper::instance()->clearReminders();
         NotificationManager::instance()->clearAll();
+        sorting()->clearAll();
         return true;
     });
 }

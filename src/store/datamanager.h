@@ -199,8 +199,8 @@ private:
     void setUpTimers();
     void restartMidnightTimer();
     void handleInternetConnectionOnline();
-    // Runs at start-up once the sorted-lists manager keeps manual orders; until then the old hashes
-    // stay in settings.dat, where they are the only copy.
+    // Turns the manual orders that older versions kept in settings.dat into sorted lists, once, from
+    // the event loop at start-up.
     void moveOldSortHashes();
 
     struct Private;

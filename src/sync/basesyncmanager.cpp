@@ -46,7 +46,9 @@ void BaseSyncManager::sync()
     if (!d->tokenConnection)
         d->tokenConnection = connect(AuthManager::instance(), &AuthManager::authTokenReceived, this,
                                      &BaseSyncManager::handleTokenReceived);
-    AuthManager::instance()->requestToken();
+    // The token is asked for on the thread of the account manager, which owns its network access;
+    // the managers on the database thread hear the answer through a queued signal.
+    QMetaObject::invokeMethod(AuthManager::instance(), &AuthManager::requestToken);
 }
 
 void BaseSyncManager::handleTokenReceived()

@@ -8,6 +8,7 @@
 #include "models/projectfoldersortmodel.h"
 #include "models/rootcontextslistmodel.h"
 #include "testlib/recordbuilder.h"
+#include "testlib/testdatabase.h"
 #include "testlib/testenvironment.h"
 
 #include <QAbstractItemModelTester>
@@ -307,6 +308,29 @@ private slots:
         QCOMPARE(sortModel.rowCount(), 3);
         QCOMPARE(sortModel.property("activeObjectCount").toInt(), 2);
         QCOMPARE(QList<QVariantList>(countChanged), QList<QVariantList>{{2}});
+    }
+
+    // The order goes through DataManager to the sorted-lists store, so the next page over the list
+    // shows it again.
+    void draggedOrderIsReadBackByTheNextModel()
+    {
+        QVERIFY(TestDatabase::unpackApplicationDatabase());
+        const Records records{task("a", 1), task("b", 2), task("c", 3)};
+        const auto sortedList = [&records](QObject* parent) {
+            auto* sortModel = new SortModel(parent);
+            new QAbstractItemModelTester(sortModel, sortModel);
+            sortModel->setModelType(SortingNamespace::ListTypeProject, "garden");
+            sortModel->setSourceModel(new ListModel([records] { return records; }, sortModel));
+            return sortModel;
+        };
+        QObject firstPage;
+        SortModel* dragged = sortedList(&firstPage);
+        QCOMPARE(idsOf(*dragged), ids("a b c"));
+
+        dragged->moveItem(0, 2);
+
+        QObject nextPage;
+        QCOMPARE(idsOf(*sortedList(&nextPage)), ids("b c a"));
     }
 };
 

@@ -22,6 +22,16 @@ namespace {
 const QStringList oldSortHashKeys = {"projects_sort_hash", "contexts_sort_hash", "daily_plan_sort_hash",
                                      "favorites_sort_hash"};
 
+using OldOrders = QHash<QString, SortingNamespace::OrderHash>;
+
+QByteArray streamed(const OldOrders& orders)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << orders;
+    return bytes;
+}
+
 QTimer* timerNamed(const QString& name)
 {
     return DataManager::instance()->findChild<QTimer*>(name);
@@ -39,11 +49,14 @@ private slots:
     {
         QVERIFY(TestDatabase::unpackApplicationDatabase());
         // Sort orders as an older version left them in settings.dat, beside a setting that must stay.
-        QByteArray orders;
-        QDataStream stream(&orders, QIODevice::WriteOnly);
-        stream << QHash<QString, QHash<QString, int>>{{"list", {{"t1", 0}}}};
-        for (const QString& key : oldSortHashKeys)
-            writeDataFile("settings.dat", key, orders);
+        const QList<OldOrders> oldOrders = {{{"root_projects", {{"p1", 0}}},
+                                             {RecordBuilder::inboxId, {{"t1", 0}}},
+                                             {RecordBuilder::oneStepActionsId, {{"t2", 1}}}},
+                                            {{"context", {{"t3", 2}}}},
+                                            {{"14.05.2031", {{"t4", 3}}}},
+                                            {{"favorites", {{"t5", 4}}}}};
+        for (int index = 0; index < oldSortHashKeys.size(); ++index)
+            writeDataFile("settings.dat", oldSortHashKeys.at(index), streamed(oldOrders.at(index)));
         writeDataFile("settings.dat", "show_completed_tasks", true);
 
         DataManager* dataManager = DataManager::instance();
@@ -145,14 +158,54 @@ private slots:
         timerNamed("delayedSyncTimer")->stop();
     }
 
-    void oldSortHashesStayUntilTheyCanBeMoved()
+    void oldSortHashesBecomeManualLists_data()
     {
-        QCoreApplication::processEvents();
-        const QSettings settings(dataFilePath("settings.dat"), QSettings::IniFormat);
+        QTest::addColumn<QString>("listId");
+        QTest::addColumn<SortingNamespace::ListType>("listType");
+        QTest::addColumn<QString>("objectId");
+        QTest::addColumn<int>("position");
+        QTest::newRow("root projects") << "root_projects" << SortingNamespace::ListTypeFolder << "p1" << 0;
+        QTest::newRow("inbox") << "norvelbox" << SortingNamespace::ListTypeProject << "t1" << 0;
+        QTest::newRow("one step actions")
+            << "1_step_actions" << SortingNamespace::ListTypeProject << "t2" << 1;
+        QTest::newRow("context") << "context" << SortingNamespace::ListTypeContext << "t3" << 2;
+        QTest::newRow("day, without dots") << "14052031" << SortingNamespace::ListTypeDailyPlan << "t4" << 3;
+        QTest::newRow("favorites") << "root_favorites" << SortingNamespace::ListTypeFavorites << "t5" << 4;
+    }
 
+    void oldSortHashesBecomeManualLists()
+    {
+        QFETCH(QString, listId);
+        QFETCH(SortingNamespace::ListType, listType);
+        QFETCH(QString, objectId);
+        QFETCH(int, position);
+        QCoreApplication::processEvents();
+
+        const SortedListInfo info = DataManager::instance()->getSortedListInfo(listId, listType);
+        QCOMPARE(info.sortingType, SortingNamespace::ManualType);
+        QCOMPARE(info.orderHash, (SortingNamespace::OrderHash{{objectId, position}}));
+        const QSettings settings(dataFilePath("settings.dat"), QSettings::IniFormat);
         for (const QString& key : oldSortHashKeys)
-            QVERIFY2(settings.contains(key), qPrintable(key));
+            QVERIFY2(!settings.contains(key), qPrintable(key));
         QCOMPARE(settings.value("show_completed_tasks"), QVariant(true));
+    }
+
+    // Runs after the migration above, whose lists it cleans.
+    void cleaningDropsListsWhoseObjectsAreGone()
+    {
+        DataManager* dataManager = DataManager::instance();
+        QVERIFY(dataManager->createContextLocally(RecordBuilder::context("Home").withId("home")) &&
+                dataManager->commitChanges());
+        dataManager->setManualSortedList("home", SortingNamespace::ListTypeContext, {{"t6", 0}});
+
+        dataManager->cleanSortedLists();
+
+        QTRY_VERIFY_WITH_TIMEOUT(
+            !dataManager->hasSortedListInfo("context", SortingNamespace::ListTypeContext), 5000);
+        QVERIFY(!dataManager->hasSortedListInfo("14052031", SortingNamespace::ListTypeDailyPlan));
+        QVERIFY(!dataManager->hasSortedListInfo("1_step_actions", SortingNamespace::ListTypeProject));
+        QVERIFY(!dataManager->hasSortedListInfo("root_favorites", SortingNamespace::ListTypeFavorites));
+        QVERIFY(dataManager->hasSortedListInfo("home", SortingNamespace::ListTypeContext));
     }
 
     void indicatorRequestAnswersBySignal_data()
