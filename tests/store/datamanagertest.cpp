@@ -22,15 +22,22 @@ namespace {
 const QStringList oldSortHashKeys = {"projects_sort_hash", "contexts_sort_hash", "daily_plan_sort_hash",
                                      "favorites_sort_hash"};
 
-using OldOrders = QHash<QString, SortingNamespace::OrderHash>;
+using namespace SortingNamespace;
 
-QByteArray streamed(const OldOrders& orders)
+// An order of settings.dat under one of the old keys, and the list it becomes.
+struct OldOrder
 {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << orders;
-    return bytes;
-}
+    int keyIndex;
+    QString oldId;
+    QString listId;
+    ListType listType;
+};
+const QList<OldOrder> oldOrders = {{0, "root_projects", "root_projects", ListTypeFolder},
+                                   {0, RecordBuilder::inboxId, "norvelbox", ListTypeProject},
+                                   {0, RecordBuilder::oneStepActionsId, "1_step_actions", ListTypeProject},
+                                   {1, "context", "context", ListTypeContext},
+                                   {2, "14.05.2031", "14052031", ListTypeDailyPlan},
+                                   {3, "favorites", "root_favorites", ListTypeFavorites}};
 
 QTimer* timerNamed(const QString& name)
 {
@@ -49,14 +56,15 @@ private slots:
     {
         QVERIFY(TestDatabase::unpackApplicationDatabase());
         // Sort orders as an older version left them in settings.dat, beside a setting that must stay.
-        const QList<OldOrders> oldOrders = {{{"root_projects", {{"p1", 0}}},
-                                             {RecordBuilder::inboxId, {{"t1", 0}}},
-                                             {RecordBuilder::oneStepActionsId, {{"t2", 1}}}},
-                                            {{"context", {{"t3", 2}}}},
-                                            {{"14.05.2031", {{"t4", 3}}}},
-                                            {{"favorites", {{"t5", 4}}}}};
-        for (int index = 0; index < oldSortHashKeys.size(); ++index)
-            writeDataFile("settings.dat", oldSortHashKeys.at(index), streamed(oldOrders.at(index)));
+        QVector<QHash<QString, OrderHash>> hashes(oldSortHashKeys.size());
+        for (int index = 0; index < oldOrders.size(); ++index)
+            hashes[oldOrders.at(index).keyIndex].insert(oldOrders.at(index).oldId, {{"o", index}});
+        for (int keyIndex = 0; keyIndex < hashes.size(); ++keyIndex) {
+            QByteArray bytes;
+            QDataStream stream(&bytes, QIODevice::WriteOnly);
+            stream << hashes.at(keyIndex);
+            writeDataFile("settings.dat", oldSortHashKeys.at(keyIndex), bytes);
+        }
         writeDataFile("settings.dat", "show_completed_tasks", true);
 
         DataManager* dataManager = DataManager::instance();
@@ -158,54 +166,35 @@ private slots:
         timerNamed("delayedSyncTimer")->stop();
     }
 
-    void oldSortHashesBecomeManualLists_data()
-    {
-        QTest::addColumn<QString>("listId");
-        QTest::addColumn<SortingNamespace::ListType>("listType");
-        QTest::addColumn<QString>("objectId");
-        QTest::addColumn<int>("position");
-        QTest::newRow("root projects") << "root_projects" << SortingNamespace::ListTypeFolder << "p1" << 0;
-        QTest::newRow("inbox") << "norvelbox" << SortingNamespace::ListTypeProject << "t1" << 0;
-        QTest::newRow("one step actions")
-            << "1_step_actions" << SortingNamespace::ListTypeProject << "t2" << 1;
-        QTest::newRow("context") << "context" << SortingNamespace::ListTypeContext << "t3" << 2;
-        QTest::newRow("day, without dots") << "14052031" << SortingNamespace::ListTypeDailyPlan << "t4" << 3;
-        QTest::newRow("favorites") << "root_favorites" << SortingNamespace::ListTypeFavorites << "t5" << 4;
-    }
-
     void oldSortHashesBecomeManualLists()
     {
-        QFETCH(QString, listId);
-        QFETCH(SortingNamespace::ListType, listType);
-        QFETCH(QString, objectId);
-        QFETCH(int, position);
         QCoreApplication::processEvents();
-
-        const SortedListInfo info = DataManager::instance()->getSortedListInfo(listId, listType);
-        QCOMPARE(info.sortingType, SortingNamespace::ManualType);
-        QCOMPARE(info.orderHash, (SortingNamespace::OrderHash{{objectId, position}}));
         const QSettings settings(dataFilePath("settings.dat"), QSettings::IniFormat);
+
+        for (int index = 0; index < oldOrders.size(); ++index) {
+            const OldOrder& order = oldOrders.at(index);
+            QCOMPARE(DataManager::instance()->getSortedListInfo(order.listId, order.listType).orderHash,
+                     (OrderHash{{"o", index}}));
+        }
         for (const QString& key : oldSortHashKeys)
             QVERIFY2(!settings.contains(key), qPrintable(key));
         QCOMPARE(settings.value("show_completed_tasks"), QVariant(true));
     }
 
-    // Runs after the migration above, whose lists it cleans.
+    // Runs after the migration above: of its lists only the root and inbox ones have objects.
     void cleaningDropsListsWhoseObjectsAreGone()
     {
         DataManager* dataManager = DataManager::instance();
-        QVERIFY(dataManager->createContextLocally(RecordBuilder::context("Home").withId("home")) &&
+        QVERIFY(dataManager->createContextLocally(RecordBuilder::context().withId("home")) &&
                 dataManager->commitChanges());
-        dataManager->setManualSortedList("home", SortingNamespace::ListTypeContext, {{"t6", 0}});
+        dataManager->setManualSortedList("home", ListTypeContext, {{"o", 0}});
 
         dataManager->cleanSortedLists();
 
-        QTRY_VERIFY_WITH_TIMEOUT(
-            !dataManager->hasSortedListInfo("context", SortingNamespace::ListTypeContext), 5000);
-        QVERIFY(!dataManager->hasSortedListInfo("14052031", SortingNamespace::ListTypeDailyPlan));
-        QVERIFY(!dataManager->hasSortedListInfo("1_step_actions", SortingNamespace::ListTypeProject));
-        QVERIFY(!dataManager->hasSortedListInfo("root_favorites", SortingNamespace::ListTypeFavorites));
-        QVERIFY(dataManager->hasSortedListInfo("home", SortingNamespace::ListTypeContext));
+        QTRY_VERIFY_WITH_TIMEOUT(!dataManager->hasSortedListInfo("context", ListTypeContext), 5000);
+        for (const OldOrder& order : oldOrders.mid(2))
+            QVERIFY2(!dataManager->hasSortedListInfo(order.listId, order.listType), qPrintable(order.listId));
+        QVERIFY(dataManager->hasSortedListInfo("home", ListTypeContext));
     }
 
     void indicatorRequestAnswersBySignal_data()

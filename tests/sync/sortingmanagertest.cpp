@@ -62,56 +62,42 @@ private slots:
         SortingManager().clearAll();
     }
 
-    void unknownListReadsAscendingByTimeWithGrouping()
-    {
-        const SortingManager manager;
-        QVERIFY(!manager.hasSortedListInfo("garden", ListTypeProject));
-        QCOMPARE(manager.getSortingType("garden", ListTypeProject), TimestampAscType);
-        QVERIFY(manager.getGroupByDateParam("garden", ListTypeProject));
-    }
-
     void listsAndPendingChangesOutliveTheManager()
     {
         {
             SortingManager manager;
-            manager.setManualSortedList("garden", ListTypeProject, {{"a", 1}, {"", 0}, {"b", 2}});
+            manager.setManualSortedList("garden", ListTypeProject, {{"a", 1}, {"", 0}});
             manager.setSortedList("home", ListTypeContext, AlphabeticalType, false);
-            manager.setSortedList("work", ListTypeContext, TimestampDescType, true);
-            manager.deleteSortedList("work", ListTypeContext);
+            manager.deleteSortedList("garden", ListTypeFolder);
+            manager.deleteSortedList("home", ListTypeContext);
         }
         const SortingManager reopened;
 
-        const SortedListInfo garden = reopened.getSortedListInfo("garden", ListTypeProject);
-        QCOMPARE(garden.sortingType, ManualType);
-        QCOMPARE(garden.orderHash, (OrderHash{{"a", 1}, {"b", 2}}));
-        QVERIFY(!garden.groupByDate);
-        QCOMPARE(reopened.getSortingType("home", ListTypeContext), AlphabeticalType);
-        QVERIFY(!reopened.getGroupByDateParam("home", ListTypeContext));
-        QVERIFY(!reopened.hasSortedListInfo("work", ListTypeContext));
-        QCOMPARE(reopened.getAllSortedLists().size(), 2);
-        QCOMPARE(pendingRecordCount("objects_to_send"), 2);
+        QCOMPARE(reopened.getSortedListInfo("garden", ListTypeProject).orderHash, (OrderHash{{"a", 1}}));
+        // Unknown, and deleted: both read as unsorted.
+        QCOMPARE(reopened.getSortingType("garden", ListTypeFolder), TimestampAscType);
+        QVERIFY(reopened.getGroupByDateParam("home", ListTypeContext));
+        QCOMPARE(pendingRecordCount("objects_to_send"), 1);
         QCOMPARE(pendingRecordCount("objects_to_delete"), 1);
     }
 
     void serverRecordsAreMerged_data()
     {
         QTest::addColumn<QString>("deletedType");
-        QTest::addColumn<int>("deletedAt");
         QTest::addColumn<int>("serverAt");
         QTest::addColumn<SortingType>("expected");
-        // The local list is alphabetical as of `start`, the server's record descending by time.
-        QTest::newRow("deleted locally, newer on the server: back")
-            << "project" << 10 << 20 << TimestampDescType;
-        QTest::newRow("older on the server: ignored") << "" << 0 << -10 << AlphabeticalType;
-        QTest::newRow("equal times: the server wins") << "" << 0 << 0 << TimestampDescType;
+        // The local list is alphabetical as of `start` and deleted, if at all, 10 seconds later; the
+        // server's record is descending by time.
+        QTest::newRow("deleted locally, newer on the server: back") << "project" << 20 << TimestampDescType;
+        QTest::newRow("older on the server: ignored") << "" << -10 << AlphabeticalType;
+        QTest::newRow("equal times: the server wins") << "" << 0 << TimestampDescType;
         QTest::newRow("id deleted under another type after the server's change")
-            << "folder" << 10 << 5 << AlphabeticalType;
+            << "folder" << 5 << AlphabeticalType;
     }
 
     void serverRecordsAreMerged()
     {
         QFETCH(QString, deletedType);
-        QFETCH(int, deletedAt);
         QFETCH(int, serverAt);
         MergingSortingManager manager;
         // A list that only the server's first answer knows, and the second no longer does.
@@ -120,7 +106,7 @@ private slots:
         manager.setSortedList("list", ListTypeProject, AlphabeticalType, false);
         manager.setSortedList("list", ListTypeFolder, AlphabeticalType, false);
         if (!deletedType.isEmpty()) {
-            Clock::pin(start.addSecs(deletedAt));
+            Clock::pin(start.addSecs(10));
             manager.deleteSortedList("list", deletedType == "project" ? ListTypeProject : ListTypeFolder);
         }
 
@@ -138,26 +124,18 @@ private slots:
         SortingManager manager;
         manager.setManualSortedList("garden", ListTypeProject, {{"a", 0}, {"b", 1}});
         manager.setSortedList("home", ListTypeContext, AlphabeticalType, false);
-
         QVERIFY(runSync(manager));
-        QCOMPARE(pendingRecordCount("objects_to_send"), 0);
         manager.setSortedList("home", ListTypeContext, AlphabeticalType, false);
         QCOMPARE(pendingRecordCount("objects_to_send"), 0);
+        manager.deleteSortedList("home", ListTypeContext);
+        QVERIFY(runSync(manager));
 
+        // What comes back to a manager that knows nothing is the server's own state.
         manager.clearAll();
         QVERIFY(runSync(manager));
         QCOMPARE(manager.getSortedListInfo("garden", ListTypeProject).orderHash,
                  (OrderHash{{"a", 0}, {"b", 1}}));
-        QCOMPARE(manager.getSortingType("home", ListTypeContext), AlphabeticalType);
-        QVERIFY(!manager.getGroupByDateParam("home", ListTypeContext));
-
-        manager.deleteSortedList("garden", ListTypeProject);
-        QVERIFY(runSync(manager));
-        QCOMPARE(pendingRecordCount("objects_to_delete"), 0);
-        manager.clearAll();
-        QVERIFY(runSync(manager));
-        QVERIFY(!manager.hasSortedListInfo("garden", ListTypeProject));
-        QVERIFY(manager.hasSortedListInfo("home", ListTypeContext));
+        QVERIFY(!manager.hasSortedListInfo("home", ListTypeContext));
     }
 
 private:
