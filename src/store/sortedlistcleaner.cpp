@@ -15,10 +15,10 @@ const QString SortedListCleaner::rootProjectsId = QStringLiteral("root_projects"
 const QString SortedListCleaner::rootContextsId = QStringLiteral("root_contexts");
 const QString SortedListCleaner::rootFavoritesId = QStringLiteral("root_favorites");
 const QString SortedListCleaner::norvelBoxListId = QStringLiteral("norvelbox");
-// One letter short of "1_step_actions", the id the single-actions list is sorted under everywhere
-// else. Kept as the clean-up has always had it: that list is thus no fixed list here, finds no
-// project of its id and loses its sort data at every clean-up.
+// The clean-up has always known the single-actions list one letter short; the list itself is saved
+// as "1_step_actions". Both are fixed ids, or a user's order would be dropped as a missing project.
 const QString SortedListCleaner::oneStepActionsListId = QStringLiteral("1_step_action");
+const QString SortedListCleaner::oneStepActionsSortedListId = QStringLiteral("1_step_actions");
 
 namespace {
 
@@ -26,7 +26,8 @@ bool isFixedId(const QString& listId)
 {
     return listId == SortedListCleaner::rootProjectsId || listId == SortedListCleaner::rootContextsId ||
            listId == SortedListCleaner::rootFavoritesId || listId == SortedListCleaner::norvelBoxListId ||
-           listId == SortedListCleaner::oneStepActionsListId;
+           listId == SortedListCleaner::oneStepActionsListId ||
+           listId == SortedListCleaner::oneStepActionsSortedListId;
 }
 
 // Favorites are kept by the favorites manager, which does not exist yet: without it no favorite is
@@ -41,7 +42,9 @@ bool isFixedListObsolete(DatabaseHandler* database, const QString& listId, ListT
     const PredefinedDataHelper* predefined = PredefinedDataHelper::instance();
     if (listId == SortedListCleaner::norvelBoxListId && listType == ListTypeProject)
         return database->projects()->getProjectTaskCount(predefined->norvelBoxId()) == 0;
-    if (listId == SortedListCleaner::oneStepActionsListId && listType == ListTypeProject)
+    const bool oneStepActions = listId == SortedListCleaner::oneStepActionsListId ||
+                                listId == SortedListCleaner::oneStepActionsSortedListId;
+    if (oneStepActions && listType == ListTypeProject)
         return database->projects()->getProjectTaskCount(predefined->oneStepActionsId()) == 0;
     if (listId == SortedListCleaner::rootProjectsId && listType == ListTypeFolder)
         return database->projects()->getRootProjects().isEmpty();

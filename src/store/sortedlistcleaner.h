@@ -16,6 +16,7 @@ public:
     static const QString rootFavoritesId;
     static const QString norvelBoxListId;
     static const QString oneStepActionsListId;
+    static const QString oneStepActionsSortedListId;
 
     // True when the list's object is missing or deleted, its day has no stored task, or a fixed list
     // has nothing left to show. A fixed id under another list type is never obsolete.

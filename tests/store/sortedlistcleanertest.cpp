@@ -61,8 +61,9 @@ private slots:
         QTest::newRow("favorites of an object") << false << "no-such-object" << ListTypeFavorites << false;
         QTest::newRow("inbox with a task") << false << "norvelbox" << ListTypeProject << false;
         QTest::newRow("inbox without tasks") << true << "norvelbox" << ListTypeProject << true;
-        QTest::newRow("one step actions, dropped even with a task")
-            << false << "1_step_actions" << ListTypeProject << true;
+        QTest::newRow("one step actions with a task")
+            << false << "1_step_actions" << ListTypeProject << false;
+        QTest::newRow("one step actions without tasks") << true << "1_step_action" << ListTypeProject << true;
         QTest::newRow("root projects, none left") << true << "root_projects" << ListTypeFolder << true;
         QTest::newRow("root contexts, none left") << true << "root_contexts" << ListTypeContext << true;
         QTest::newRow("root favorites, no favorite")
