@@ -24,6 +24,7 @@ private slots:
     void cutTaskIsPastedIntoAnotherProjectUnderItsOldId();
     void projectIsNotPastedAmongTasks();
     void taskDraggedOntoTheTreeMovesToThatProject();
+    void cutFolderComesBackWithItsProjectsAndTasks();
     void taskDraggedOntoACalendarDayIsDueThen();
     void cleanup();
 
@@ -154,6 +155,21 @@ void ListClipboardTest::taskDraggedOntoTheTreeMovesToThatProject()
     QVERIFY(dragRowOnto(m_taskName, QStringLiteral("treeRow_Kitchen")));
     QTRY_COMPARE(task().value("PARENT").toString(), m_kitchenId);
     QTRY_VERIFY(!listShows(m_taskName));
+}
+
+void ListClipboardTest::cutFolderComesBackWithItsProjectsAndTasks()
+{
+    QVERIFY(rightClick(QStringLiteral("treeRow_Home")));
+    QVERIFY(m_ui.click(QStringLiteral("projectMenuCut")));
+    QTRY_VERIFY(!m_ui.item(QStringLiteral("treeRow_Home")));
+    QCOMPARE(task().value("STATE").toInt(), 1);
+
+    QVERIFY(m_ui.click(QStringLiteral("treeMenuButton")));
+    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    QVERIFY(m_ui.click(QStringLiteral("projectMenuPaste")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Home")));
+    QCOMPARE(task().value("STATE").toInt(), 0);
+    QCOMPARE(DataManager::instance()->getProjectById(m_kitchenId).value("STATE").toInt(), 0);
 }
 
 void ListClipboardTest::taskDraggedOntoACalendarDayIsDueThen()
