@@ -13,7 +13,7 @@ Rectangle {
     readonly property string dragKey: ObjectClipboard.kindOf(itemObject)
     readonly property bool completed: itemObject.STATE === COMPLETED_OBJECT_STATE
 
-    function start(object, area) {
+    function start(object) {
         itemObject = object
         parent = mainWindow.pageContent
         dragging = true

@@ -11,10 +11,14 @@ function kindOf(object) {
     return "context"
 }
 
-// Occurrences of a repeating task and the lists' special rows stay where they are.
+// The lists' special rows, the no-context row and the one-step actions, stay where they are.
+function canMove(object) {
+    return object.NAME !== undefined && object.ID !== "" && object.ID !== PredefinedDataHelper.oneStepActionsId
+}
+
+// An occurrence of a repeating task may be dragged, which moves its task, but not cut or copied.
 function canHold(object) {
-    return object.NAME !== undefined && object.REPEATED === undefined && object.ID !== ""
-            && object.ID !== PredefinedDataHelper.oneStepActionsId
+    return canMove(object) && object.REPEATED === undefined
 }
 
 function copyObject(object) {

@@ -195,7 +195,7 @@ Item {
                 hoverEnabled: true
                 acceptedButtons: Qt.LeftButton | Qt.RightButton
                 onPressed: {
-                    if (mouse.button === Qt.LeftButton && !row.completed && ObjectClipboard.canHold(row.object))
+                    if (mouse.button === Qt.LeftButton && !row.completed && ObjectClipboard.canMove(row.object))
                         holdTimer.restart()
                 }
                 onPositionChanged: dragProxy.follow(rowArea, mouse)
@@ -221,7 +221,7 @@ Item {
                 interval: 200
                 onTriggered: {
                     if (!listView.moving)
-                        dragProxy.start(row.object, rowArea)
+                        dragProxy.start(row.object)
                 }
             }
 
