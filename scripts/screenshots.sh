@@ -85,8 +85,11 @@ shoot() {
             # Clicks are points of the window separated by ";", made in turn.
             if [[ -n "$window" && -n "$3" ]]; then
                 IFS=";" read -ra points <<< "$3"
+                # A third number names the mouse button: 3 opens a context menu.
                 for point in "${points[@]}"; do
-                    xdotool mousemove --window "$window" $point click 1 mousemove --window "$window" 600 600
+                    read -r x y button <<< "$point"
+                    xdotool mousemove --window "$window" "$x" "$y" click "${button:-1}"
+                    [[ -z "$button" ]] && xdotool mousemove --window "$window" 600 600
                     sleep 1
                 done
                 if [[ -n "$4" ]]; then
@@ -120,6 +123,8 @@ shoot projects-light 1 "#1E88E5" en "$projects_home"
 shoot projects-dark 2 "#73ABFC" en "$projects_home"
 shoot contexts-light 1 "#1E88E5" en "$contexts_errands"
 shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
+# A project's task list with the context menu of its first task: cut and copy.
+shoot project-row-menu-light 1 "#1E88E5" en "$projects_home;220 132;600 143 3"
 # The tool bar's add button opens the editor of a new inbox task.
 add_button="390 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"

@@ -12,8 +12,10 @@ Item {
     property bool currentMonth
     property bool hasIndicator: false
     property bool onlyRepeated: false
+    property bool acceptsTaskDrops: false
 
     signal clicked()
+    signal taskDropped(var source)
 
     readonly property bool isToday: sameDay(date, new Date())
     readonly property bool isPast: !isToday && date < new Date()
@@ -32,6 +34,19 @@ Item {
                 cell.onlyRepeated = repeated && !active && !overdue
             })
         })
+    }
+
+    // A repeating task may only land on a day its rule allows: a weekday of a weekly rule with days,
+    // or a day of the month that every month has.
+    function dropEnabled(task) {
+        var rule = task.PERIOD ? String(task.PERIOD).split(";") : []
+        if (rule[0] === "w" && rule.length === 3) {
+            var weekday = date.getDay() === 0 ? 7 : date.getDay()
+            return rule[2].split(",").indexOf(String(weekday)) !== -1
+        }
+        if (rule.length > 1 && rule[0] !== "d" && rule[0] !== "w")
+            return date.getDate() <= 28
+        return true
     }
 
     function clearIndicator() {
@@ -91,6 +106,27 @@ Item {
         color: cell.selected ? "white"
                              : !cell.currentMonth ? appStyle.colors.lightGray
                                                   : cell.isToday ? appStyle.applicationColor : appStyle.colors.taskName
+    }
+
+    DropArea {
+        id: dropArea
+        anchors.fill: parent
+        enabled: cell.acceptsTaskDrops
+        keys: ["task"]
+        onEntered: drag.accepted = cell.dropEnabled(drag.source.itemObject)
+        onDropped: {
+            cell.taskDropped(drop.source)
+            drop.accept()
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: dropArea.containsDrag
+        color: "transparent"
+        radius: 6
+        border.width: 2
+        border.color: appStyle.applicationColor
     }
 
     MouseArea {

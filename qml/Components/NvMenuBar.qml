@@ -10,6 +10,11 @@ MenuBar {
     readonly property bool russian: Settings.applicationLanguage === "ru"
     readonly property var listPage: pageLoader.currentListPage
     readonly property bool methodArticleVisible: toolBar.methodArticleVisible
+    readonly property bool listHasSelection: !!listPage && listPage.hasSelectedListItem === true
+    // The search list has no place of its own to paste into.
+    readonly property bool listTakesPaste: !!listPage && listPage.pasteActionEnabled === true
+                                           && Clipboard.object.NAME !== undefined
+                                           && pageLoader.currentPage.objectName !== "SearchPage"
 
     function openExternal(url, eventName, eventAction) {
         FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", [eventName, eventAction])
@@ -100,21 +105,21 @@ MenuBar {
         NvMenuItem {
             label: qsTr("Cut")
             shortcut: "Ctrl+X"
-            available: mainWindow.hasActiveTextEdit
+            available: mainWindow.hasActiveTextEdit || menuBar.listHasSelection
             onActivated: menuBar.editAction("cut", mainWindow.pageContent.cutClicked)
         }
 
         NvMenuItem {
             label: qsTr("Copy")
             shortcut: "Ctrl+C"
-            available: mainWindow.hasActiveTextEdit
+            available: mainWindow.hasActiveTextEdit || menuBar.listHasSelection
             onActivated: menuBar.editAction("copy", mainWindow.pageContent.copyClicked)
         }
 
         NvMenuItem {
             label: qsTr("Paste")
             shortcut: "Ctrl+V"
-            available: mainWindow.hasActiveTextEdit && Helper.clipboardHasText
+            available: mainWindow.hasActiveTextEdit ? Helper.clipboardHasText : menuBar.listTakesPaste
             onActivated: menuBar.editAction("paste", mainWindow.pageContent.pasteClicked)
         }
 

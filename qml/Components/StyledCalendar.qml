@@ -11,7 +11,10 @@ Item {
     // The first change of month comes from loading, and keeps the indicators.
     property bool monthChangedOnce: false
 
+    property bool acceptsTaskDrops: false
+
     signal dateClicked(date date)
+    signal taskDropped(var source, date date)
 
     readonly property date firstShownDate: {
         var first = new Date(visibleYear, visibleMonth, 1, 12)
@@ -93,7 +96,9 @@ Item {
                                calendar.firstShownDate.getDate() + index, 12)
                 selected: sameDay(date, calendar.selectedDate)
                 currentMonth: date.getMonth() === calendar.visibleMonth
+                acceptsTaskDrops: calendar.acceptsTaskDrops
                 onClicked: calendar.dateClicked(date)
+                onTaskDropped: calendar.taskDropped(source, date)
             }
         }
     }

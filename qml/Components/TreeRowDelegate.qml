@@ -10,15 +10,30 @@ Rectangle {
     property bool opened
     property bool selected
     property string iconSource
+    // Kinds of dragged rows the row may take; the page decides on each one as it enters.
+    property var dropKeys: []
 
     signal clicked()
     signal toggled()
     signal menuRequested()
+    signal dragEntered(var drag)
+    signal dropped(var drop)
 
     objectName: "treeRow_" + (object ? object.NAME : "")
     height: appStyle.pages.treeRowHeight
     color: selected ? appStyle.colors.treeSelection
                     : rowArea.containsMouse ? appStyle.colors.selectedRow : "transparent"
+    border.width: dropArea.containsDrag ? 2 : 0
+    border.color: Settings.applicationColor
+
+    DropArea {
+        id: dropArea
+        objectName: "treeRowDropArea"
+        anchors.fill: parent
+        keys: row.dropKeys
+        onEntered: row.dragEntered(drag)
+        onDropped: row.dropped(drop)
+    }
 
     MouseArea {
         id: rowArea

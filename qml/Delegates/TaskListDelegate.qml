@@ -20,8 +20,6 @@ DraggableDelegate {
     property bool nameEditing: false
     property bool ticked: completed
     property bool favorite: false
-    // The object clipboard is a later part of the program; until then Cut and Copy stay disabled.
-    readonly property bool clipboardAvailable: "object" in Clipboard
     // Name and memo as rich text; the search page highlights what was searched.
     property var textDecorator: function (text) { return UrlHelper.convertToHtmlUrls(text) }
 
@@ -166,12 +164,12 @@ DraggableDelegate {
     }
 
     function copy() {
-        if (!isRepeatedTask && clipboardAvailable)
+        if (!isRepeatedTask)
             Clipboard.object = task
     }
 
     function cut() {
-        if (isRepeatedTask || !clipboardAvailable)
+        if (isRepeatedTask)
             return
         Clipboard.setCutObject(task)
         TaskHandler.markTaskAsDeleted(task)
@@ -511,14 +509,16 @@ DraggableDelegate {
             NvMenuItem {
                 visible: !multiSelectionItemsOnly
                 height: visible ? implicitHeight : 0
-                available: !row.isRepeatedTask && row.clipboardAvailable
+                objectName: "taskMenuCut"
+                available: !row.isRepeatedTask
                 label: qsTr("Cut")
                 onActivated: row.cut()
             }
             NvMenuItem {
                 visible: !multiSelectionItemsOnly
                 height: visible ? implicitHeight : 0
-                available: !row.isRepeatedTask && row.clipboardAvailable
+                objectName: "taskMenuCopy"
+                available: !row.isRepeatedTask
                 label: qsTr("Copy")
                 onActivated: row.copy()
             }

@@ -1,14 +1,13 @@
 import QtQuick 2.15
+import com.kelmora.helpers 1.0
+import com.kelmora.common 1.0
 import "../Components"
+import "ObjectClipboard.js" as ObjectClipboard
 
 // Contexts hold contexts; a context's list shows its nested contexts, its projects and its tasks.
 // The tree's last row gathers what has no context.
 TreeViewPage {
     id: page
-
-    // A cut or copied context, waiting for Paste on a context or the root.
-    property var heldObject: null
-    property bool heldObjectIsCut: false
 
     objectName: "ContextsPage"
     sectionHeader: qsTr("Contexts")
@@ -82,24 +81,56 @@ TreeViewPage {
             ContextHandler.confirmContextUpdate(context)
     }
 
-    function hold(object, cut) {
-        heldObject = object
-        heldObjectIsCut = cut
+    function sortedListOf(object) {
+        if (!object)
+            return ["root_contexts", SortingEnums.ListTypeContext]
+        return [isNoContext(object) ? "no_context" : object.ID, SortingEnums.ListTypeContext]
     }
 
-    // A cut context moves under the target; a copied one is cloned there. Nothing goes into itself.
-    function pasteInto(targetId) {
-        var object = heldObject
-        if (!object || isSelfOrDescendant(object, targetId))
-            return
-        var moved = storedObject(object)
-        moved.PARENT = targetId
-        if (heldObjectIsCut) {
-            ContextHandler.updateContext(moved)
-            heldObject = null
-        } else if (!ContextHandler.cloneContext(moved)) {
-            Logger.error("Unable to clone a context!")
+    // A task goes into a context's list or the no-context list, a context anywhere but the latter.
+    function pasteIntoList(object) {
+        if (Clipboard.containsTask && object) {
+            ObjectClipboard.pasteTaskWith({ "CONTEXT": object.ID }, "")
+        } else if (Clipboard.containsContext && !isNoContext(object)) {
+            pasteContext(object ? object.ID : "")
+        } else {
+            ObjectClipboard.showPasteError(qsTr("One can paste only tasks or contexts into this list."))
         }
+    }
+
+    // A cut context moves under the target with its nested contexts and tasks; a copied one is cloned.
+    function pasteContext(targetId) {
+        var object = ObjectClipboard.heldObject()
+        if (isSelfOrDescendant(object, targetId))
+            return
+        if (ObjectClipboard.isCut()) {
+            ContextHandler.moveContext(object, targetId, Clipboard.extraInfo.children)
+            Clipboard.object = {}
+            return
+        }
+        object.PARENT = targetId
+        if (!ContextHandler.cloneContext(object))
+            Logger.error("Unable to clone a context!")
+    }
+
+    // A context takes contexts, projects and tasks; the no-context row takes projects and tasks,
+    // whose context it empties. Nothing goes where it already is, nor a context below itself.
+    function dropKeysFor(object) {
+        return isNoContext(object) ? ["task", "project"] : ["context", "task", "project"]
+    }
+
+    function acceptsTreeDrop(object, source) {
+        var dropped = source.itemObject
+        if (source.dragKey === "context")
+            return dropped.ID !== object.ID && dropped.PARENT !== object.ID && !isSelfOrDescendant(dropped, object.ID)
+        return dropped.CONTEXT !== object.ID
+    }
+
+    function handleTreeDrop(object, source) {
+        if (source.dragKey === "context")
+            source.changeParent(object.ID)
+        else
+            source.changeContext(object.ID)
     }
 
     Connections {
@@ -165,7 +196,7 @@ TreeViewPage {
             readonly property bool shown: menu.onContext
             visible: shown
             height: shown ? implicitHeight : 0
-            onActivated: page.hold(menu.object, true)
+            onActivated: page.cutTreeObject(page.storedObject(menu.object))
         }
         NvMenuItem {
             objectName: "contextMenuCopy"
@@ -173,15 +204,15 @@ TreeViewPage {
             readonly property bool shown: menu.onContext
             visible: shown
             height: shown ? implicitHeight : 0
-            onActivated: page.hold(menu.object, false)
+            onActivated: ObjectClipboard.copyObject(page.storedObject(menu.object))
         }
         NvMenuItem {
             objectName: "contextMenuPaste"
             label: qsTr("Paste")
             visible: !page.isNoContext(menu.object)
-            available: page.heldObject !== null
+            available: Clipboard.containsContext && Clipboard.object.NAME !== undefined
             height: visible ? implicitHeight : 0
-            onActivated: page.pasteInto(menu.onContext ? menu.object.ID : "")
+            onActivated: page.pasteContext(menu.onContext ? menu.object.ID : "")
         }
     }
 }

@@ -1,7 +1,9 @@
 import QtQuick 2.15
 import com.kelmora.helpers 1.0
+import com.kelmora.common 1.0
 import QtQuick.Controls 2.15
 import "../Components"
+import "ObjectClipboard.js" as ObjectClipboard
 
 // The calendar on the left and the list of one day on the right. History entries are dates.
 HistoryPage {
@@ -110,6 +112,52 @@ HistoryPage {
                                                                                           : "CLOSE_CАLENDAR"])
     }
 
+    function wallClock(hours, minutes) {
+        return new Date(Date.UTC(selectedDate.getFullYear(), selectedDate.getMonth(), selectedDate.getDate(),
+                                 hours, minutes))
+    }
+
+    // Dates that exist keep their time on the selected day; a missing due date takes the default time,
+    // and a due date never comes before the start.
+    function moveDatesToSelectedDay(object) {
+        var time = Settings.defaultDueTime.split(":")
+        if (object.START)
+            object.START = wallClock(new Date(object.START).getUTCHours(), new Date(object.START).getUTCMinutes())
+        object.DUE = object.DUE ? wallClock(new Date(object.DUE).getUTCHours(), new Date(object.DUE).getUTCMinutes())
+                                : wallClock(Number(time[0]), Number(time[1]))
+        if (object.START && object.START > object.DUE)
+            object.DUE = object.START
+    }
+
+    // A copied project is written over its original rather than cloned: the day's list shows
+    // projects by their dates, not copies of them.
+    function pasteOnSelectedDay() {
+        if (!Clipboard.containsTask && !Clipboard.containsProject) {
+            ObjectClipboard.showPasteError(qsTr("One can paste only tasks or projects into this list."))
+            return
+        }
+        var object = ObjectClipboard.heldObject()
+        moveDatesToSelectedDay(object)
+        if (Clipboard.containsTask) {
+            object.PARENT = PredefinedDataHelper.oneStepActionsId
+            ObjectClipboard.pasteTask(object)
+            return
+        }
+        var cut = ObjectClipboard.isCut()
+        if (cut)
+            object.PARENT = ""
+        ProjectHandler.updateProject(object)
+        if (cut)
+            Clipboard.object = {}
+    }
+
+    function showSortingPopup(listPage) {
+        var popup = FunctionHelper.callIfProvided(popupHelper, "showSortingPopup",
+                                                  [Qt.formatDate(selectedDate, "ddMMyyyy"), SortingEnums.ListTypeDailyPlan])
+        if (popup)
+            popup.sortingTypeChanged.connect(listPage.model.sort)
+    }
+
     function refresh() {
         if (currentListPage)
             currentListPage.model.update()
@@ -168,6 +216,8 @@ HistoryPage {
         id: listPageComponent
         ObjectListPage {
             sectioned: true
+            onPasteActionClicked: page.pasteOnSelectedDay()
+            onSortActionClicked: page.showSortingPopup(this)
             onSectionToggled: {
                 page.collapsedSections = collapsedSections
                 FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["DP_SECTION_HEADER",
@@ -206,7 +256,9 @@ HistoryPage {
 
             StyledCalendar {
                 id: calendar
+                acceptsTaskDrops: true
                 onDateClicked: page.setDate(date)
+                onTaskDropped: source.changeDueDate(date)
             }
 
             StyledLabel {

@@ -391,6 +391,14 @@ Page {
 
     onModelChanged: hasTasksInList = getCurrentTasks().length > 0
     onSelectAllActionClicked: selectAll()
+    onCopyActionClicked: {
+        if (listCurrentItem)
+            listCurrentItem.copy()
+    }
+    onCutActionClicked: {
+        if (listCurrentItem)
+            listCurrentItem.cut()
+    }
     onOpenCurrentItemIfPossible: {
         if (listView.currentIndex === -1)
             return

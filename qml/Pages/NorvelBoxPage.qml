@@ -1,7 +1,9 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import com.kelmora.helpers 1.0
+import com.kelmora.common 1.0
 import "../Components"
+import "ObjectClipboard.js" as ObjectClipboard
 
 // The inbox: whatever comes to mind is typed into the field above the list and stays here until it
 // is sorted into a project.
@@ -54,24 +56,7 @@ HistoryPage {
     }
 
     function pasteTask() {
-        if (!("object" in Clipboard))
-            return
-        var object = Clipboard.object
-        if (object.PERIOD === undefined) {
-            popupHelper.showMessageDialog(qsTr("Paste error"), qsTr("One can paste only tasks into this list."))
-            return
-        }
-        var task = JSON.parse(JSON.stringify(object))
-        task.PARENT = norvelBoxId
-        var extra = Clipboard.extraInfo
-        if (extra && extra.obj_id !== undefined && extra.state !== undefined) {
-            task.ID = extra.obj_id
-            task.STATE = extra.state
-            TaskHandler.updateTask(task)
-            Clipboard.object = {}
-            return
-        }
-        TaskHandler.createTask(task)
+        ObjectClipboard.pasteTaskWith({ "PARENT": norvelBoxId }, qsTr("One can paste only tasks into this list."))
     }
 
     objectName: "NorvelBoxPage"

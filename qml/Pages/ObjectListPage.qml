@@ -1,6 +1,9 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import com.kelmora.helpers 1.0
 import "../Components"
+import "../Delegates"
+import "ObjectClipboard.js" as ObjectClipboard
 
 // The objects of one level or one day: folders, projects and contexts to walk into, and tasks to
 // complete. With sections on, rows group by their daily plan group under collapsible headers.
@@ -14,9 +17,14 @@ Item {
     property bool sectioned: false
     // Collapsed sections are kept by the owner, so that they survive a change of the model.
     property var collapsedSections: ({})
+    property bool pasteActionEnabled: true
+    readonly property bool hasSelectedListItem: listView.currentIndex !== -1
+    readonly property var currentObject: hasSelectedListItem ? model.getObjectByIndex(listView.currentIndex) : null
 
     signal objectDoubleClicked(var object)
     signal sectionToggled(string section, bool collapsed)
+    signal pasteActionClicked()
+    signal sortActionClicked()
 
     function isTask(object) {
         return object.PERIOD !== undefined
@@ -63,9 +71,51 @@ Item {
                                                             Helper.toUtcDateTime(object.DUE))
     }
 
+    function selectRow(index) {
+        listView.currentIndex = index
+        listView.forceActiveFocus()
+    }
+
+    function clearItemsSelection() {
+        listView.currentIndex = -1
+    }
+
+    function openRowMenu(index, object) {
+        selectRow(index)
+        rowMenu.object = object
+        rowMenu.popup()
+    }
+
+    function copyCurrent() {
+        if (currentObject)
+            ObjectClipboard.copyObject(currentObject)
+    }
+
+    function cutCurrent() {
+        var object = currentObject
+        if (!object)
+            return
+        clearItemsSelection()
+        ObjectClipboard.cutObject(object)
+    }
+
+    function requestPaste() {
+        if (pasteActionEnabled && ObjectClipboard.hasObject())
+            pasteActionClicked()
+    }
+
     Component.onDestruction: {
         if (model)
             model.requestDeletion()
+    }
+
+    // Cut, copy and paste from the Edit menu reach the list the user looks at.
+    Connections {
+        target: mainWindow.pageContent
+        enabled: pageLoader.currentListPage === listPage
+        function onCopyClicked() { listPage.copyCurrent() }
+        function onCutClicked() { listPage.cutCurrent() }
+        function onPasteClicked() { listPage.requestPaste() }
     }
 
     Rectangle {
@@ -84,13 +134,29 @@ Item {
             anchors.left: parent.left
             anchors.leftMargin: 16
             anchors.right: parent.right
-            anchors.rightMargin: 16
+            anchors.rightMargin: 40
             anchors.verticalCenter: parent.verticalCenter
             text: listPage.title
             color: appStyle.pages.listHeaderText
             font.pixelSize: 15
             font.bold: true
             elide: Text.ElideRight
+        }
+
+        StyledLabel {
+            objectName: "levelListMenuButton"
+            anchors.right: parent.right
+            anchors.rightMargin: 16
+            anchors.verticalCenter: parent.verticalCenter
+            text: "\u2026"
+            color: appStyle.pages.listHeaderText
+            font.pixelSize: 20
+
+            MouseArea {
+                anchors.fill: parent
+                anchors.margins: -6
+                onClicked: listMenu.popup()
+            }
         }
     }
 
@@ -103,6 +169,7 @@ Item {
         clip: true
         model: listPage.model
         boundsBehavior: Flickable.StopAtBounds
+        currentIndex: -1
         ScrollBar.vertical: ScrollBar {}
         section.property: listPage.sectioned ? "dailyPlanRole" : ""
         section.delegate: listPage.sectioned ? sectionHeader : null
@@ -120,13 +187,42 @@ Item {
             width: listView.width
             height: collapsed ? 0 : 50
             visible: !collapsed
-            color: rowArea.containsMouse ? appStyle.colors.selectedRow : "transparent"
+            color: ListView.isCurrentItem || rowArea.containsMouse ? appStyle.colors.selectedRow : "transparent"
 
             MouseArea {
                 id: rowArea
                 anchors.fill: parent
                 hoverEnabled: true
-                onDoubleClicked: listPage.objectDoubleClicked(row.object)
+                acceptedButtons: Qt.LeftButton | Qt.RightButton
+                onPressed: {
+                    if (mouse.button === Qt.LeftButton && !row.completed && ObjectClipboard.canMove(row.object))
+                        holdTimer.restart()
+                }
+                onPositionChanged: dragProxy.follow(rowArea, mouse)
+                onReleased: {
+                    holdTimer.stop()
+                    dragProxy.finish()
+                }
+                onClicked: {
+                    if (mouse.button === Qt.RightButton)
+                        listPage.openRowMenu(index, row.object)
+                    else
+                        listPage.selectRow(index)
+                }
+                onDoubleClicked: {
+                    holdTimer.stop()
+                    listPage.objectDoubleClicked(row.object)
+                }
+            }
+
+            // A press held for a moment lifts the row, to be dropped on the tree or on a calendar day.
+            Timer {
+                id: holdTimer
+                interval: 200
+                onTriggered: {
+                    if (!listView.moving)
+                        dragProxy.start(row.object)
+                }
             }
 
             CheckBox {
@@ -188,6 +284,18 @@ Item {
             }
         }
 
+        MouseArea {
+            y: listView.contentHeight - listView.contentY
+            width: listView.width
+            height: Math.max(0, listView.height - y)
+            acceptedButtons: Qt.LeftButton | Qt.RightButton
+            onClicked: {
+                listPage.clearItemsSelection()
+                if (mouse.button === Qt.RightButton)
+                    emptySpaceMenu.popup()
+            }
+        }
+
         StyledLabel {
             objectName: "emptyListText"
             anchors.centerIn: parent
@@ -223,6 +331,59 @@ Item {
                 anchors.fill: parent
                 onClicked: listPage.toggleSection(section)
             }
+        }
+    }
+
+    DragProxy {
+        id: dragProxy
+    }
+
+    NvMenu {
+        id: rowMenu
+        objectName: "levelRowMenu"
+
+        property var object: ({})
+
+        NvMenuItem {
+            objectName: "levelRowCut"
+            label: qsTr("Cut")
+            available: ObjectClipboard.canHold(rowMenu.object)
+            onActivated: listPage.cutCurrent()
+        }
+        NvMenuItem {
+            objectName: "levelRowCopy"
+            label: qsTr("Copy")
+            available: ObjectClipboard.canHold(rowMenu.object)
+            onActivated: listPage.copyCurrent()
+        }
+    }
+
+    NvMenu {
+        id: emptySpaceMenu
+        objectName: "levelEmptySpaceMenu"
+
+        NvMenuItem {
+            objectName: "levelListPaste"
+            label: qsTr("Paste")
+            available: listPage.pasteActionEnabled && Clipboard.object.NAME !== undefined
+            onActivated: listPage.requestPaste()
+        }
+    }
+
+    NvMenu {
+        id: listMenu
+        objectName: "levelListMenu"
+
+        NvMenuItem {
+            objectName: "levelListSort"
+            label: qsTr("Sort")
+            onActivated: listPage.sortActionClicked()
+        }
+        NvMenuItem {
+            objectName: "levelListMenuPaste"
+            label: qsTr("Paste")
+            available: listPage.pasteActionEnabled && Clipboard.object.NAME !== undefined
+            onActivated: listPage.requestPaste()
         }
     }
 }

@@ -1,5 +1,8 @@
 import QtQuick 2.15
+import com.kelmora.helpers 1.0
+import com.kelmora.common 1.0
 import "../Components"
+import "ObjectClipboard.js" as ObjectClipboard
 
 // Folders hold folders and projects, projects hold tasks.
 TreeViewPage {
@@ -7,9 +10,6 @@ TreeViewPage {
 
     property string currentFolderId
     property string currentProjectId
-    // A cut or copied folder or project, waiting for Paste on a folder or the root.
-    property var heldObject: null
-    property bool heldObjectIsCut: false
 
     objectName: "ProjectsPage"
     sectionHeader: qsTr("Projects")
@@ -115,24 +115,75 @@ TreeViewPage {
         treeGoBack()
     }
 
-    function hold(object, cut) {
-        heldObject = object
-        heldObjectIsCut = cut
+    function isOneStepActions(object) {
+        return object !== null && object.ID === PredefinedDataHelper.oneStepActionsId
     }
 
-    // A cut object moves under the target; a copied one is cloned there. Nothing goes into itself.
-    function pasteInto(targetId) {
-        var object = heldObject
-        if (!object || isSelfOrDescendant(object, targetId))
+    function sortedListOf(object) {
+        if (!object)
+            return ["root_projects", SortingEnums.ListTypeFolder]
+        if (isOneStepActions(object))
+            return ["1_step_actions", SortingEnums.ListTypeProject]
+        return [object.ID, isFolder(object) ? SortingEnums.ListTypeFolder : SortingEnums.ListTypeProject]
+    }
+
+    function pasteIntoList(object) {
+        if (object && !isFolder(object))
+            ObjectClipboard.pasteTaskWith({ "PARENT": object.ID }, qsTr("One can paste only tasks into this list."))
+        else
+            pasteIntoFolder(object ? object.ID : "")
+    }
+
+    // A cut folder or project moves under the target with what it held; a copied one is cloned there.
+    // A folder never goes into itself or below itself.
+    function pasteIntoFolder(targetId) {
+        if (!Clipboard.containsFolder && !Clipboard.containsProject) {
+            ObjectClipboard.showPasteError(qsTr("One can paste only folders or projects into this list."))
             return
-        var moved = storedObject(object)
-        moved.PARENT = targetId
-        if (heldObjectIsCut) {
-            ProjectHandler.updateProject(moved)
-            heldObject = null
-        } else if (!(isFolder(object) ? ProjectHandler.cloneFolder(moved) : ProjectHandler.cloneProject(moved))) {
-            Logger.error(isFolder(object) ? "Unable to clone a folder!" : "Unable to clone a project!")
         }
+        var object = ObjectClipboard.heldObject()
+        var folder = Clipboard.containsFolder
+        if (folder && isSelfOrDescendant(object, targetId))
+            return
+        if (ObjectClipboard.isCut()) {
+            var children = Clipboard.extraInfo.children
+            if (folder)
+                ProjectHandler.moveFolder(object, targetId, children)
+            else
+                ProjectHandler.moveProject(object, targetId, children)
+            Clipboard.object = {}
+            return
+        }
+        object.PARENT = targetId
+        if (!(folder ? ProjectHandler.cloneFolder(object) : ProjectHandler.cloneProject(object)))
+            Logger.error(folder ? "Unable to clone a folder!" : "Unable to clone a project!")
+    }
+
+    // Folders take folders and projects, and open for a task to reach the projects inside; projects
+    // take tasks. Nothing goes where it already is, nor a folder below itself.
+    function dropKeysFor(object) {
+        if (isOneStepActions(object))
+            return []
+        return isFolder(object) ? ["folder", "project", "task"] : ["task"]
+    }
+
+    function acceptsTreeDrop(object, source) {
+        var dropped = source.itemObject
+        if (source.dragKey === "folder" && (dropped.ID === object.ID || dropped.PARENT === object.ID
+                                            || isSelfOrDescendant(dropped, object.ID)))
+            return false
+        if (source.dragKey === "task" && dropped.PARENT === object.ID)
+            return false
+        if (isFolder(object) && source.dragKey !== "folder")
+            treeModel.openItem(object.ID)
+        return true
+    }
+
+    function handleTreeDrop(object, source) {
+        if (source.dragKey === "task" && !isFolder(object))
+            source.changeParent(object.ID)
+        else if (source.dragKey !== "task" && isFolder(object))
+            source.changeParentFolder(object.ID)
     }
 
     Connections {
@@ -219,7 +270,7 @@ TreeViewPage {
             readonly property bool shown: menu.object !== null
             visible: shown
             height: shown ? implicitHeight : 0
-            onActivated: page.hold(menu.object, true)
+            onActivated: page.cutTreeObject(page.storedObject(menu.object))
         }
         NvMenuItem {
             objectName: "projectMenuCopy"
@@ -227,15 +278,15 @@ TreeViewPage {
             readonly property bool shown: menu.object !== null
             visible: shown
             height: shown ? implicitHeight : 0
-            onActivated: page.hold(menu.object, false)
+            onActivated: ObjectClipboard.copyObject(page.storedObject(menu.object))
         }
         NvMenuItem {
             objectName: "projectMenuPaste"
             label: qsTr("Paste")
-            visible: !menu.onProject
-            available: page.heldObject !== null
+            visible: menu.object === null
+            available: Clipboard.object.NAME !== undefined
             height: visible ? implicitHeight : 0
-            onActivated: page.pasteInto(menu.onFolder ? menu.object.ID : "")
+            onActivated: page.pasteIntoFolder("")
         }
     }
 }

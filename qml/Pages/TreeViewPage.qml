@@ -1,6 +1,8 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import com.kelmora.helpers 1.0
 import "../Components"
+import "ObjectClipboard.js" as ObjectClipboard
 
 // A tree of folders and projects, or of contexts, on the left; on the right a stack of list pages,
 // one for each level walked. History entries are tree items, null for the root, and strings for a
@@ -23,6 +25,7 @@ HistoryPage {
     // While walking back the list stack pops, so that the selection does not push a list.
     property bool selectingFromHistory: false
     property string rootTitle
+    readonly property var draggedKinds: ["task", "project", "folder", "context"]
     property string emptyListText
 
     signal itemSelectionChanged()
@@ -51,6 +54,51 @@ HistoryPage {
 
     function canEnter(object) {
         return true
+    }
+
+    // Subclasses name the kinds a tree row takes from a list, and judge and carry out a drop.
+    function dropKeysFor(object) {
+        return []
+    }
+
+    function acceptsTreeDrop(object, source) {
+        return false
+    }
+
+    function handleTreeDrop(object, source) {
+    }
+
+    // Subclasses paste the clipboard into the list of an object, or of the root for null.
+    function pasteIntoList(object) {
+    }
+
+    // Subclasses answer [list id, list type] of the sorted list that a list page shows.
+    function sortedListOf(object) {
+        return ["", 0]
+    }
+
+    function showSortingPopup(listPage) {
+        var list = sortedListOf(listPage.listObject)
+        var popup = FunctionHelper.callIfProvided(popupHelper, "showSortingPopup", list)
+        if (popup)
+            popup.sortingTypeChanged.connect(listPage.model.sort)
+    }
+
+    // A cut from the tree leaves the removed item's level first.
+    function cutTreeObject(object) {
+        treeGoBack()
+        ObjectClipboard.cutObject(object)
+    }
+
+    function dropOnTree(object, drop) {
+        handleTreeDrop(object, drop.source)
+        drop.accept()
+        resortLoadedListPages()
+    }
+
+    function scrollTree(step) {
+        var bottom = Math.max(0, treeView.contentHeight - treeView.height)
+        treeView.contentY = Math.max(0, Math.min(bottom, treeView.contentY + step))
     }
 
     function objectLevel(object) {
@@ -273,6 +321,8 @@ HistoryPage {
                 if (page.canEnter(object))
                     page.selectByUser(object)
             }
+            onPasteActionClicked: page.pasteIntoList(listObject)
+            onSortActionClicked: page.showSortingPopup(this)
         }
     }
 
@@ -320,6 +370,9 @@ HistoryPage {
                 onClicked: page.selectByUser(object)
                 onToggled: opened ? page.treeModel.closeItem(object.ID) : page.treeModel.openItem(object.ID)
                 onMenuRequested: page.openContextMenu(object)
+                dropKeys: page.dropKeysFor(treeItemRole)
+                onDragEntered: drag.accepted = page.acceptsTreeDrop(object, drag.source)
+                onDropped: page.dropOnTree(object, drop)
             }
 
             MouseArea {
@@ -328,6 +381,31 @@ HistoryPage {
                 acceptedButtons: Qt.RightButton
                 onClicked: page.openContextMenu(null)
             }
+        }
+
+        // A row dragged to the tree's edge scrolls it, 3 pixels every 10 ms.
+        DropArea {
+            id: topEdge
+            objectName: "treeTopEdge"
+            width: treeView.width
+            height: 10
+            keys: page.draggedKinds
+        }
+
+        DropArea {
+            id: bottomEdge
+            objectName: "treeBottomEdge"
+            y: treeView.height - height
+            width: treeView.width
+            height: 10
+            keys: page.draggedKinds
+        }
+
+        Timer {
+            interval: 10
+            repeat: true
+            running: topEdge.containsDrag || bottomEdge.containsDrag
+            onTriggered: page.scrollTree(topEdge.containsDrag ? -3 : 3)
         }
 
         Rectangle {

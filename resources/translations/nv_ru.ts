@@ -66,6 +66,10 @@
         <source>Paste</source>
         <translation>Вставить</translation>
     </message>
+    <message>
+        <source>One can paste only tasks or contexts into this list.</source>
+        <translation>В этот список можно вставлять только задачи или контексты.</translation>
+    </message>
 </context>
 <context>
     <name>DailyPlanPage</name>
@@ -100,6 +104,10 @@
     <message>
         <source>Tomorrow</source>
         <translation>Завтра</translation>
+    </message>
+    <message>
+        <source>One can paste only tasks or projects into this list.</source>
+        <translation>В этот список можно вставлять только задачи или проекты.</translation>
     </message>
 </context>
 <context>
@@ -224,10 +232,6 @@
     <message>
         <source>Norvel Box</source>
         <translation>Norvel Box</translation>
-    </message>
-    <message>
-        <source>Paste error</source>
-        <translation>Ошибка вставки</translation>
     </message>
     <message>
         <source>One can paste only tasks into this list.</source>
@@ -428,6 +432,13 @@
     </message>
 </context>
 <context>
+    <name>ObjectClipboard</name>
+    <message>
+        <source>Paste error</source>
+        <translation>Ошибка вставки</translation>
+    </message>
+</context>
+<context>
     <name>ObjectListDelegate</name>
     <message>
         <source>Restore</source>
@@ -479,6 +490,22 @@
     <message>
         <source>Completed</source>
         <translation>Выполненные</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Вставить</translation>
+    </message>
+    <message>
+        <source>Sort</source>
+        <translation>Сортировка</translation>
     </message>
 </context>
 <context>
@@ -646,6 +673,14 @@
     <message>
         <source>Paste</source>
         <translation>Вставить</translation>
+    </message>
+    <message>
+        <source>One can paste only tasks into this list.</source>
+        <translation>В этот список можно вставлять только задачи.</translation>
+    </message>
+    <message>
+        <source>One can paste only folders or projects into this list.</source>
+        <translation>В этот список можно вставлять только папки или проекты.</translation>
     </message>
 </context>
 <context>

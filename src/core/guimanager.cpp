@@ -22,6 +22,7 @@
 #include "store/predefineddatahelper.h"
 #include "sync/sortingnamespace.h"
 #include "sync/syncmanager.h"
+#include "utilities/clipboard.h"
 #include "utilities/helper.h"
 #include "utilities/urlhelper.h"
 
@@ -192,7 +193,7 @@ void GuiManager::publishServices()
     publishSeat(QStringLiteral("ExportHelper"));
     setContextProperty(QStringLiteral("UrlHelper"), new UrlHelper(this));
     publishSeat(QStringLiteral("KeyboardHelper"));
-    publishSeat(QStringLiteral("Clipboard"));
+    setContextProperty(QStringLiteral("Clipboard"), Clipboard::instance());
     setContextProperty(QStringLiteral("Logger"), new Logger(this));
     setContextProperty(QStringLiteral("SearchHelper"), new SearchHelper(this));
     publishSeat(QStringLiteral("LicenseManager"));

@@ -234,7 +234,19 @@ void ListPagesTest::searchFindsATaskByAWordOfItsMemo()
     QVERIFY2(memo->property("text").toString().contains(QStringLiteral("<b>Friday</b>")),
              qPrintable(memo->property("text").toString()));
 
+    // The user opens what was found: a double click on its name shows the task in the preview.
+    settle();
+    QTest::mouseDClick(m_ui.window(), Qt::LeftButton, Qt::NoModifier, centreOf(found, 0.25));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("TaskPreviewPopup")));
+    QCOMPARE(m_ui.text(QStringLiteral("previewTitle")), QStringLiteral("Pay the rent"));
+    QTRY_VERIFY(
+        m_ui.property(QStringLiteral("previewMemo"), "text").toString().contains(QStringLiteral("Friday")));
+    QTest::qWait(400);
+    QVERIFY(m_ui.click(QStringLiteral("previewCloseButton")));
+    QTRY_VERIFY(!m_ui.item(QStringLiteral("TaskPreviewPopup")));
+
     // Emptying the field ends the search and returns to the list it started from.
+    QVERIFY(m_ui.click(QStringLiteral("searchField")));
     m_ui.pressKey(Qt::Key_A, Qt::ControlModifier);
     m_ui.pressKey(Qt::Key_Backspace);
     QTRY_COMPARE(currentPageName(), QStringLiteral("NorvelBoxPage"));
@@ -258,7 +270,7 @@ void ListPagesTest::trashRestoresOneTaskAndEmptiesTheRest()
                  ->findChild<QQuickItem*>(QStringLiteral("daysLeftLabel"))
                  ->property("text")
                  .toString(),
-             QStringLiteral("14 day(s)"));
+             QStringLiteral("14 days"));
 
     settle();
     QTest::mouseMove(m_ui.window(), centreOf(row(QStringLiteral("Water the plants"))));

@@ -217,7 +217,7 @@ void UserJourneyTest::taskDueTomorrowIsCompletedFromTheDailyPlan()
     QCOMPARE(m_ui.property(QStringLiteral("DailyPlanPage"), "backStackDepth").toInt(), 1);
     QVERIFY(m_ui.click(QStringLiteral("tomorrowButton")));
     QTRY_VERIFY(listShows(m_taskName));
-    QVERIFY(m_ui.text(QStringLiteral("sectionTitle_0")).endsWith(QStringLiteral("1 task(s)")));
+    QVERIFY(m_ui.text(QStringLiteral("sectionTitle_0")).endsWith(QStringLiteral("1 task")));
 
     QVERIFY(m_ui.click(QStringLiteral("completeBox_") + m_taskName));
     QTRY_VERIFY(m_ui.item(QStringLiteral("sectionTitle_4")));
