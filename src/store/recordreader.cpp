@@ -11,6 +11,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -36,10 +37,17 @@ sqlite3_stmt* nativeStatement(const QSqlQuery& query)
     return *static_cast<sqlite3_stmt* const*>(handle.constData());
 }
 
+bool isAscii(const char* text, int size)
+{
+    return std::all_of(text, text + size, [](char character) { return uchar(character) < 0x80; });
+}
+
+// Taken as SQLite stores it: asking for UTF-16 would make SQLite convert into a buffer of its own first.
 QString textOf(sqlite3_stmt* statement, int index)
 {
-    return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, index)),
-                             sqlite3_column_bytes(statement, index));
+    const char* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
+    const int size = sqlite3_column_bytes(statement, index);
+    return isAscii(text, size) ? QString::fromLatin1(text, size) : QString::fromUtf8(text, size);
 }
 
 // A column's value as Qt's SQLite driver gives it.
@@ -56,14 +64,8 @@ QVariant columnValue(sqlite3_stmt* statement, int index)
         return QByteArray(static_cast<const char*>(sqlite3_column_blob(statement, index)),
                           sqlite3_column_bytes(statement, index));
     default:
-        return QString(static_cast<const QChar*>(sqlite3_column_text16(statement, index)),
-                       sqlite3_column_bytes16(statement, index) / int(sizeof(QChar)));
+        return textOf(statement, index);
     }
-}
-
-bool isAscii(const char* text, int size)
-{
-    return std::all_of(text, text + size, [](char character) { return uchar(character) < 0x80; });
 }
 
 bool holdsText(const QVariant& stored, sqlite3_stmt* statement, int index)
@@ -105,6 +107,23 @@ bool holdsDate(const QVariant& stored, const QVariant& read)
         return stored.userType() == QMetaType::QDateTime &&
                stored.toDateTime().toSecsSinceEpoch() == qint64(seconds);
     return stored.userType() == read.userType() && stored.isNull() == read.isNull() && stored == read;
+}
+
+// holdsDate for the columns of nearly every row, a date in seconds or the empty text of an undated
+// one, without making a variant of the column first.
+bool holdsDateColumn(const QVariant& stored, sqlite3_stmt* statement, int index)
+{
+    const int type = sqlite3_column_type(statement, index);
+    if (type == SQLITE_INTEGER) {
+        const qint64 seconds = sqlite3_column_int64(statement, index);
+        if (seconds > 0 && seconds <= std::numeric_limits<uint>::max())
+            return stored.userType() == QMetaType::QDateTime &&
+                   stored.toDateTime().toSecsSinceEpoch() == seconds;
+    }
+    if (type == SQLITE_TEXT && sqlite3_column_bytes(statement, index) == 0)
+        return stored.userType() == QMetaType::QString && !stored.isNull() &&
+               static_cast<const QString*>(stored.constData())->isEmpty();
+    return holdsDate(stored, columnValue(statement, index));
 }
 } // namespace
 
@@ -191,7 +210,7 @@ bool RecordReader::holdsRow(const DataObject& object, sqlite3_stmt* statement) c
     for (const Column& column : m_columns) {
         if (field.key() != column.key)
             return false;
-        const bool holds = column.isDate ? holdsDate(*field, columnValue(statement, column.index))
+        const bool holds = column.isDate ? holdsDateColumn(*field, statement, column.index)
                                          : holdsValue(*field, statement, column.index);
         if (!holds)
             return false;
