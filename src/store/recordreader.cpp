@@ -42,39 +42,42 @@ bool isAscii(const char* text, int size)
     return std::all_of(text, text + size, [](char character) { return uchar(character) < 0x80; });
 }
 
+// The helpers below read a column through its sqlite3_value, which SQLite hands out without taking the
+// connection's mutex again for every access; the connection is only ever used by the database thread.
+
 // Taken as SQLite stores it: asking for UTF-16 would make SQLite convert into a buffer of its own first.
-QString textOf(sqlite3_stmt* statement, int index)
+QString textOf(sqlite3_value* value)
 {
-    const char* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
-    const int size = sqlite3_column_bytes(statement, index);
+    const char* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    const int size = sqlite3_value_bytes(value);
     return isAscii(text, size) ? QString::fromLatin1(text, size) : QString::fromUtf8(text, size);
 }
 
 // A column's value as Qt's SQLite driver gives it.
-QVariant columnValue(sqlite3_stmt* statement, int index)
+QVariant columnValue(sqlite3_value* value)
 {
-    switch (sqlite3_column_type(statement, index)) {
+    switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
-        return qlonglong(sqlite3_column_int64(statement, index));
+        return qlonglong(sqlite3_value_int64(value));
     case SQLITE_FLOAT:
-        return sqlite3_column_double(statement, index);
+        return sqlite3_value_double(value);
     case SQLITE_NULL:
         return QVariant(QVariant::String);
     case SQLITE_BLOB:
-        return QByteArray(static_cast<const char*>(sqlite3_column_blob(statement, index)),
-                          sqlite3_column_bytes(statement, index));
+        return QByteArray(static_cast<const char*>(sqlite3_value_blob(value)),
+                          sqlite3_value_bytes(value));
     default:
-        return textOf(statement, index);
+        return textOf(value);
     }
 }
 
-bool holdsText(const QVariant& stored, sqlite3_stmt* statement, int index)
+bool holdsText(const QVariant& stored, sqlite3_value* value)
 {
     if (stored.userType() != QMetaType::QString || stored.isNull())
         return false;
     const QString& storedText = *static_cast<const QString*>(stored.constData());
-    const char* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
-    const int size = sqlite3_column_bytes(statement, index);
+    const char* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    const int size = sqlite3_value_bytes(value);
     if (isAscii(text, size))
         return storedText.size() == size && storedText == QLatin1String(text, size);
     return storedText == QString::fromUtf8(text, size);
@@ -82,21 +85,21 @@ bool holdsText(const QVariant& stored, sqlite3_stmt* statement, int index)
 
 // Whether the stored value is the one the column holds, of the same kind: variants of different
 // types, or a null and an empty text, can compare equal and still be different map values.
-bool holdsValue(const QVariant& stored, sqlite3_stmt* statement, int index)
+bool holdsValue(const QVariant& stored, sqlite3_value* value)
 {
-    switch (sqlite3_column_type(statement, index)) {
+    switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
         return stored.userType() == QMetaType::LongLong &&
-               stored.toLongLong() == sqlite3_column_int64(statement, index);
+               stored.toLongLong() == sqlite3_value_int64(value);
     case SQLITE_FLOAT:
         return stored.userType() == QMetaType::Double &&
-               stored.toDouble() == sqlite3_column_double(statement, index);
+               stored.toDouble() == sqlite3_value_double(value);
     case SQLITE_NULL:
         return stored.userType() == QMetaType::QString && stored.isNull();
     case SQLITE_BLOB:
-        return stored == columnValue(statement, index);
+        return stored == columnValue(value);
     default:
-        return holdsText(stored, statement, index);
+        return holdsText(stored, value);
     }
 }
 
@@ -111,19 +114,19 @@ bool holdsDate(const QVariant& stored, const QVariant& read)
 
 // holdsDate for the columns of nearly every row, a date in seconds or the empty text of an undated
 // one, without making a variant of the column first.
-bool holdsDateColumn(const QVariant& stored, sqlite3_stmt* statement, int index)
+bool holdsDateColumn(const QVariant& stored, sqlite3_value* value)
 {
-    const int type = sqlite3_column_type(statement, index);
+    const int type = sqlite3_value_type(value);
     if (type == SQLITE_INTEGER) {
-        const qint64 seconds = sqlite3_column_int64(statement, index);
+        const qint64 seconds = sqlite3_value_int64(value);
         if (seconds > 0 && seconds <= std::numeric_limits<uint>::max())
             return stored.userType() == QMetaType::QDateTime &&
                    stored.toDateTime().toSecsSinceEpoch() == seconds;
     }
-    if (type == SQLITE_TEXT && sqlite3_column_bytes(statement, index) == 0)
+    if (type == SQLITE_TEXT && sqlite3_value_bytes(value) == 0)
         return stored.userType() == QMetaType::QString && !stored.isNull() &&
                static_cast<const QString*>(stored.constData())->isEmpty();
-    return holdsDate(stored, columnValue(statement, index));
+    return holdsDate(stored, columnValue(value));
 }
 } // namespace
 
@@ -177,12 +180,12 @@ QList<DataObject> RecordReader::readAll(QSqlQuery& query, ObjectsById& known)
 
 DataObject RecordReader::readKnown(sqlite3_stmt* statement, ObjectsById& known) const
 {
-    DataObject& object = known[textOf(statement, m_idColumn)];
+    DataObject& object = known[textOf(sqlite3_column_value(statement, m_idColumn))];
     if (holdsRow(object, statement))
         return object;
     object.clear();
     for (const Column& column : m_columns) {
-        const QVariant value = columnValue(statement, column.index);
+        const QVariant value = columnValue(sqlite3_column_value(statement, column.index));
         object.insert(object.cend(), column.key,
                       column.isDate ? DataObjectConverter::readDate(value) : value);
     }
@@ -210,8 +213,8 @@ bool RecordReader::holdsRow(const DataObject& object, sqlite3_stmt* statement) c
     for (const Column& column : m_columns) {
         if (field.key() != column.key)
             return false;
-        const bool holds = column.isDate ? holdsDateColumn(*field, statement, column.index)
-                                         : holdsValue(*field, statement, column.index);
+        sqlite3_value* value = sqlite3_column_value(statement, column.index);
+        const bool holds = column.isDate ? holdsDateColumn(*field, value) : holdsValue(*field, value);
         if (!holds)
             return false;
         ++field;
