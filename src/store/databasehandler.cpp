@@ -180,8 +180,9 @@ void DatabaseHandler::createTaskListIndexes()
     // rows on a few neighbouring pages, where the table would need a page of its own for nearly every
     // task; task_id keeps them in the table's order.
     executeQuery(QStringLiteral("DROP INDEX IF EXISTS TaskParentIndex"));
-    executeQuery(QStringLiteral("CREATE INDEX IF NOT EXISTS TaskParentRowsIndex ON task(parent, task_id, state, id, "
-                                "name, memo, start, due, context, timestamp, synced, local, period)"));
+    executeQuery(
+        QStringLiteral("CREATE INDEX IF NOT EXISTS TaskParentRowsIndex ON task(parent, task_id, state, id, "
+                       "name, memo, start, due, context, timestamp, synced, local, period)"));
     executeQuery(QStringLiteral("CREATE INDEX IF NOT EXISTS TaskContextIndex ON task(context)"));
     // The daily plan reads every active repeating task at each refresh; they are a few among many.
     executeQuery(QStringLiteral(

@@ -64,8 +64,7 @@ QVariant columnValue(sqlite3_value* value)
     case SQLITE_NULL:
         return QVariant(QVariant::String);
     case SQLITE_BLOB:
-        return QByteArray(static_cast<const char*>(sqlite3_value_blob(value)),
-                          sqlite3_value_bytes(value));
+        return QByteArray(static_cast<const char*>(sqlite3_value_blob(value)), sqlite3_value_bytes(value));
     default:
         return textOf(value);
     }
@@ -89,11 +88,9 @@ bool holdsValue(const QVariant& stored, sqlite3_value* value)
 {
     switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
-        return stored.userType() == QMetaType::LongLong &&
-               stored.toLongLong() == sqlite3_value_int64(value);
+        return stored.userType() == QMetaType::LongLong && stored.toLongLong() == sqlite3_value_int64(value);
     case SQLITE_FLOAT:
-        return stored.userType() == QMetaType::Double &&
-               stored.toDouble() == sqlite3_value_double(value);
+        return stored.userType() == QMetaType::Double && stored.toDouble() == sqlite3_value_double(value);
     case SQLITE_NULL:
         return stored.userType() == QMetaType::QString && stored.isNull();
     case SQLITE_BLOB:

@@ -268,8 +268,11 @@ private slots:
     void dayEntriesFollowChangesOfTheRowAndOfToday()
     {
         Clock::pin(march(10, 12));
-        DOTask task = store(
-            RecordBuilder::task().withId(taskId).repeating("m;1").startingAt(march(9, 10)).dueAt(march(9, 18)));
+        DOTask task = store(RecordBuilder::task()
+                                .withId(taskId)
+                                .repeating("m;1")
+                                .startingAt(march(9, 10))
+                                .dueAt(march(9, 18)));
         QCOMPARE(m_helper->getRepeatedDayTasks(QDate(2023, 3, 10)).size(), 1);
 
         task.insert("NAME", "Renamed");
