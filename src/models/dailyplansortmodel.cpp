@@ -9,11 +9,6 @@ namespace {
 // One counter per group that has one, indexed by the group's value.
 using Counters = std::array<int, DailyPlanListModel::CompletedObject>;
 
-int groupOf(const QModelIndex& sourceIndex)
-{
-    return sourceIndex.data(DailyPlanListModel::dailyPlanRole).toInt();
-}
-
 bool isAlsoAvailableGroup(int group)
 {
     return group == DailyPlanListModel::AlsoAvailableTask ||
@@ -68,19 +63,16 @@ int DailyPlanSortModel::alsoAvailableProjectCount() const
     return d->counters[DailyPlanListModel::AlsoAvailableProject];
 }
 
-bool DailyPlanSortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourceRight) const
+int DailyPlanSortModel::sortGroupOf(const QVariantMap& record) const
 {
-    const int groupLeft = groupOf(sourceLeft);
-    const int groupRight = groupOf(sourceRight);
-    if (groupLeft != groupRight)
-        return groupLeft < groupRight;
-    return SortModel::lessThan(sourceLeft, sourceRight);
+    const auto* plan = qobject_cast<const DailyPlanListModel*>(sourceModel());
+    return plan ? DailyPlanListModel::groupOf(record, plan->date()) : 0;
 }
 
 bool DailyPlanSortModel::filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const
 {
-    if (d->excludeFutureTasks &&
-        isAlsoAvailableGroup(groupOf(sourceModel()->index(sourceRow, 0, sourceParent))))
+    if (d->excludeFutureTasks && !sourceParent.isValid() &&
+        isAlsoAvailableGroup(sortGroupOfSourceRow(sourceRow)))
         return false;
     return SortModel::filterAcceptsRow(sourceRow, sourceParent);
 }
@@ -92,7 +84,7 @@ void DailyPlanSortModel::checkHasActiveObjects()
         return;
     Counters counters{};
     for (int row = 0; row < source->rowCount(); ++row) {
-        const int group = groupOf(source->index(row, 0));
+        const int group = sortGroupOfSourceRow(row);
         if (group < DailyPlanListModel::CompletedObject)
             ++counters[group];
     }

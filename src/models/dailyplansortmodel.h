@@ -35,7 +35,8 @@ signals:
     void alsoAvailableProjectCountChanged(int alsoAvailableProjectCount);
 
 protected:
-    bool lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourceRight) const override;
+    // The section of a row is its dailyPlanRole.
+    int sortGroupOf(const QVariantMap& record) const override;
     bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
     // A day whose only rows are available ones counts as empty.
     void checkHasActiveObjects() override;

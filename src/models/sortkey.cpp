@@ -25,8 +25,9 @@ bool readDate(const QVariantMap& record, const QString& key, qint64& millisecond
 
 } // namespace
 
-SortKey::SortKey(const QVariantMap& record)
+SortKey::SortKey(const QVariantMap& record, int group)
     : m_record(record)
+    , m_group(group)
     , m_state(record.value(QStringLiteral("STATE")).toInt())
     , m_timestamp(record.value(QStringLiteral("TIMESTAMP")).toUInt())
     , m_id(record.value(QStringLiteral("ID")).toString())

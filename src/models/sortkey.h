@@ -11,10 +11,12 @@
 class SortKey
 {
 public:
-    explicit SortKey(const QVariantMap& record);
+    // `group` comes before every other rule: the section a list puts the row in, 0 without sections.
+    explicit SortKey(const QVariantMap& record, int group = 0);
 
     // The map the values were taken from.
     const QVariantMap& record() const { return m_record; }
+    int group() const { return m_group; }
     int state() const { return m_state; }
     const QString& id() const { return m_id; }
 
@@ -26,6 +28,7 @@ private:
     bool lessBySortingType(const SortKey& other, SortingNamespace::SortingType sortingType) const;
 
     QVariantMap m_record;
+    int m_group = 0;
     int m_state = 0;
     uint m_timestamp = 0;
     QString m_id;

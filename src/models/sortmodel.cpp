@@ -188,6 +188,10 @@ bool SortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourc
     const QVariantMap a = recordAt(sourceLeft);
     const QVariantMap b = recordAt(sourceRight);
 
+    const int groupA = sortGroupOf(a);
+    const int groupB = sortGroupOf(b);
+    if (groupA != groupB)
+        return groupA < groupB;
     const int stateA = stateOf(a);
     const int stateB = stateOf(b);
     if (stateA != stateB)
@@ -221,6 +225,8 @@ bool SortModel::lessThanByKeys(int leftRow, int rightRow) const
 {
     const SortKey& a = d->keys.at(leftRow);
     const SortKey& b = d->keys.at(rightRow);
+    if (a.group() != b.group())
+        return a.group() < b.group();
     if (a.state() != b.state())
         return a.state() < b.state();
     if (isDeletedState(a.state()))
@@ -264,6 +270,18 @@ int SortModel::predefinedObjectsSort(const QVariantMap&, const QVariantMap&) con
 int SortModel::doAdditionalSort(const QVariantMap&, const QVariantMap&) const
 {
     return NoDecision;
+}
+
+int SortModel::sortGroupOf(const QVariantMap&) const
+{
+    return 0;
+}
+
+int SortModel::sortGroupOfSourceRow(int row) const
+{
+    if (d->keys.size() == sourceModel()->rowCount())
+        return d->keys.at(row).group();
+    return sortGroupOf(recordAt(sourceIndex(row, 0)));
 }
 
 void SortModel::checkHasActiveObjects()
@@ -344,7 +362,8 @@ bool SortModel::hasKey(const QModelIndex& sourceIndex) const
 
 SortKey SortModel::keyOfSourceRow(int row) const
 {
-    return SortKey(recordAt(sourceModel()->index(row, 0)));
+    const QVariantMap record = recordAt(sourceModel()->index(row, 0));
+    return SortKey(record, sortGroupOf(record));
 }
 
 int SortModel::manualPositionOfSourceRow(int row) const
@@ -467,7 +486,7 @@ bool SortModel::refreshKey(int row, const QVariantMap& record)
     const QVariantMap& known = d->keys.at(row).record();
     if (record.isSharedWith(known) || record == known)
         return false;
-    d->keys[row] = SortKey(record);
+    d->keys[row] = SortKey(record, sortGroupOf(record));
     if (sortsManually())
         d->manualPositions[row] = manualPositionOfSourceRow(row);
     return true;

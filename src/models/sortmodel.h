@@ -71,6 +71,11 @@ protected:
     virtual int doAdditionalSort(const QVariantMap& a, const QVariantMap& b) const;
     // Counts the active rows of the source, hidden ones included.
     virtual void checkHasActiveObjects();
+    // The section of a list with sections, which orders rows before any other rule; 0 for all rows
+    // of a list without them. Read once per row change and kept with the row's sort key.
+    virtual int sortGroupOf(const QVariantMap& record) const;
+    // The section of a source row, from its key.
+    int sortGroupOfSourceRow(int row) const;
 
     void setActiveObjectCount(int count);
     // The record behind a source index.

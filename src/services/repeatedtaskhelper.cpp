@@ -224,10 +224,35 @@ QVariantList typeList(const QStringList& values)
 }
 } // namespace
 
+// What a day entry depends on besides the row itself.
+struct DayEntryCircumstances
+{
+    QDate date;
+    QDate today;
+    QString defaultStartTime;
+
+    bool operator==(const DayEntryCircumstances& other) const
+    {
+        return date == other.date && today == other.today && defaultStartTime == other.defaultStartTime;
+    }
+};
+
+// The day entry last worked out for a row, with the map of the row it came from.
+struct KnownDayEntry
+{
+    DOTask task;
+    DayEntryCircumstances circumstances;
+    DOTask entry;
+};
+
 struct RepeatedTaskHelper::Private
 {
     RepeatedTaskHelper* helper = nullptr;
     DatabaseHandler* database = nullptr;
+    // The store hands back the same shared map for a row that has not changed since the last read.
+    // Such a row yields the entry it yielded then, and any repair it needed was written then, so
+    // the entry is taken over; the same occurrence map also lets the lists see the row as unchanged.
+    QHash<QString, KnownDayEntry> knownEntries;
 
     // The entry a stored repeating task puts into the given day, or an empty map.
     DOTask dayEntry(const DOTask& task, const QDate& date) const
@@ -282,13 +307,22 @@ RepeatedTaskHelper::~RepeatedTaskHelper() = default;
 
 QList<DOTask> RepeatedTaskHelper::getRepeatedDayTasks(const QDate& date)
 {
+    const DayEntryCircumstances circumstances{date, Clock::currentDate(), StoreSettings::defaultStartTime()};
     QList<DOTask> entries;
+    QHash<QString, KnownDayEntry> knownEntries;
     const QList<DOTask> tasks = d->database->tasks()->getActiveRepeatedTasks();
+    knownEntries.reserve(tasks.size());
     for (const DOTask& task : tasks) {
-        const DOTask entry = d->dayEntry(task, date);
+        const QString id = task.value(idKey).toString();
+        const auto known = d->knownEntries.constFind(id);
+        const bool unchanged = known != d->knownEntries.constEnd() && known->task.isSharedWith(task) &&
+                               known->circumstances == circumstances;
+        const DOTask entry = unchanged ? known->entry : d->dayEntry(task, date);
+        knownEntries.insert(id, {task, circumstances, entry});
         if (!entry.isEmpty())
             entries.append(entry);
     }
+    d->knownEntries = knownEntries;
     return entries;
 }
 

@@ -11,6 +11,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -36,43 +37,46 @@ sqlite3_stmt* nativeStatement(const QSqlQuery& query)
     return *static_cast<sqlite3_stmt* const*>(handle.constData());
 }
 
-QString textOf(sqlite3_stmt* statement, int index)
-{
-    return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, index)),
-                             sqlite3_column_bytes(statement, index));
-}
-
-// A column's value as Qt's SQLite driver gives it.
-QVariant columnValue(sqlite3_stmt* statement, int index)
-{
-    switch (sqlite3_column_type(statement, index)) {
-    case SQLITE_INTEGER:
-        return qlonglong(sqlite3_column_int64(statement, index));
-    case SQLITE_FLOAT:
-        return sqlite3_column_double(statement, index);
-    case SQLITE_NULL:
-        return QVariant(QVariant::String);
-    case SQLITE_BLOB:
-        return QByteArray(static_cast<const char*>(sqlite3_column_blob(statement, index)),
-                          sqlite3_column_bytes(statement, index));
-    default:
-        return QString(static_cast<const QChar*>(sqlite3_column_text16(statement, index)),
-                       sqlite3_column_bytes16(statement, index) / int(sizeof(QChar)));
-    }
-}
-
 bool isAscii(const char* text, int size)
 {
     return std::all_of(text, text + size, [](char character) { return uchar(character) < 0x80; });
 }
 
-bool holdsText(const QVariant& stored, sqlite3_stmt* statement, int index)
+// The helpers below read a column through its sqlite3_value, which SQLite hands out without taking the
+// connection's mutex again for every access; the connection is only ever used by the database thread.
+
+// Taken as SQLite stores it: asking for UTF-16 would make SQLite convert into a buffer of its own first.
+QString textOf(sqlite3_value* value)
+{
+    const char* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    const int size = sqlite3_value_bytes(value);
+    return isAscii(text, size) ? QString::fromLatin1(text, size) : QString::fromUtf8(text, size);
+}
+
+// A column's value as Qt's SQLite driver gives it.
+QVariant columnValue(sqlite3_value* value)
+{
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+        return qlonglong(sqlite3_value_int64(value));
+    case SQLITE_FLOAT:
+        return sqlite3_value_double(value);
+    case SQLITE_NULL:
+        return QVariant(QVariant::String);
+    case SQLITE_BLOB:
+        return QByteArray(static_cast<const char*>(sqlite3_value_blob(value)), sqlite3_value_bytes(value));
+    default:
+        return textOf(value);
+    }
+}
+
+bool holdsText(const QVariant& stored, sqlite3_value* value)
 {
     if (stored.userType() != QMetaType::QString || stored.isNull())
         return false;
     const QString& storedText = *static_cast<const QString*>(stored.constData());
-    const char* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
-    const int size = sqlite3_column_bytes(statement, index);
+    const char* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    const int size = sqlite3_value_bytes(value);
     if (isAscii(text, size))
         return storedText.size() == size && storedText == QLatin1String(text, size);
     return storedText == QString::fromUtf8(text, size);
@@ -80,21 +84,19 @@ bool holdsText(const QVariant& stored, sqlite3_stmt* statement, int index)
 
 // Whether the stored value is the one the column holds, of the same kind: variants of different
 // types, or a null and an empty text, can compare equal and still be different map values.
-bool holdsValue(const QVariant& stored, sqlite3_stmt* statement, int index)
+bool holdsValue(const QVariant& stored, sqlite3_value* value)
 {
-    switch (sqlite3_column_type(statement, index)) {
+    switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
-        return stored.userType() == QMetaType::LongLong &&
-               stored.toLongLong() == sqlite3_column_int64(statement, index);
+        return stored.userType() == QMetaType::LongLong && stored.toLongLong() == sqlite3_value_int64(value);
     case SQLITE_FLOAT:
-        return stored.userType() == QMetaType::Double &&
-               stored.toDouble() == sqlite3_column_double(statement, index);
+        return stored.userType() == QMetaType::Double && stored.toDouble() == sqlite3_value_double(value);
     case SQLITE_NULL:
         return stored.userType() == QMetaType::QString && stored.isNull();
     case SQLITE_BLOB:
-        return stored == columnValue(statement, index);
+        return stored == columnValue(value);
     default:
-        return holdsText(stored, statement, index);
+        return holdsText(stored, value);
     }
 }
 
@@ -105,6 +107,23 @@ bool holdsDate(const QVariant& stored, const QVariant& read)
         return stored.userType() == QMetaType::QDateTime &&
                stored.toDateTime().toSecsSinceEpoch() == qint64(seconds);
     return stored.userType() == read.userType() && stored.isNull() == read.isNull() && stored == read;
+}
+
+// holdsDate for the columns of nearly every row, a date in seconds or the empty text of an undated
+// one, without making a variant of the column first.
+bool holdsDateColumn(const QVariant& stored, sqlite3_value* value)
+{
+    const int type = sqlite3_value_type(value);
+    if (type == SQLITE_INTEGER) {
+        const qint64 seconds = sqlite3_value_int64(value);
+        if (seconds > 0 && seconds <= std::numeric_limits<uint>::max())
+            return stored.userType() == QMetaType::QDateTime &&
+                   stored.toDateTime().toSecsSinceEpoch() == seconds;
+    }
+    if (type == SQLITE_TEXT && sqlite3_value_bytes(value) == 0)
+        return stored.userType() == QMetaType::QString && !stored.isNull() &&
+               static_cast<const QString*>(stored.constData())->isEmpty();
+    return holdsDate(stored, columnValue(value));
 }
 } // namespace
 
@@ -158,12 +177,12 @@ QList<DataObject> RecordReader::readAll(QSqlQuery& query, ObjectsById& known)
 
 DataObject RecordReader::readKnown(sqlite3_stmt* statement, ObjectsById& known) const
 {
-    DataObject& object = known[textOf(statement, m_idColumn)];
+    DataObject& object = known[textOf(sqlite3_column_value(statement, m_idColumn))];
     if (holdsRow(object, statement))
         return object;
     object.clear();
     for (const Column& column : m_columns) {
-        const QVariant value = columnValue(statement, column.index);
+        const QVariant value = columnValue(sqlite3_column_value(statement, column.index));
         object.insert(object.cend(), column.key,
                       column.isDate ? DataObjectConverter::readDate(value) : value);
     }
@@ -191,8 +210,8 @@ bool RecordReader::holdsRow(const DataObject& object, sqlite3_stmt* statement) c
     for (const Column& column : m_columns) {
         if (field.key() != column.key)
             return false;
-        const bool holds = column.isDate ? holdsDate(*field, columnValue(statement, column.index))
-                                         : holdsValue(*field, statement, column.index);
+        sqlite3_value* value = sqlite3_column_value(statement, column.index);
+        const bool holds = column.isDate ? holdsDateColumn(*field, value) : holdsValue(*field, value);
         if (!holds)
             return false;
         ++field;

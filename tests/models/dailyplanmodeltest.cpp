@@ -150,6 +150,26 @@ private slots:
         QCOMPARE(taskCount.first().first().toInt(), 3);
         QCOMPARE(projectCount.size(), 0);
     }
+
+    // A refresh that moves a row into another section, without a change of state, re-sorts it there.
+    void aRowWhoseGroupChangesMovesToItsSection()
+    {
+        QVERIFY(store(RecordBuilder::task("moved").withId("moved").dueAt(on(0))));
+        QVERIFY(store(RecordBuilder::task("available").dueAt(on(3))));
+        QVERIFY(store(RecordBuilder::task("due").dueAt(on(0, 18))));
+        const auto model = dayModel(today);
+        QCOMPARE(visibleGroups(*model), (QList<int>{0, 0, 2}));
+
+        DOTask moved = DataManager::instance()->getTaskById("moved");
+        moved.insert("DUE", on(2));
+        QVERIFY(DataManager::instance()->updateTaskLocally(moved) &&
+                DataManager::instance()->commitChanges());
+        model->update();
+
+        QCOMPARE(visibleGroups(*model), (QList<int>{0, 2, 2}));
+        QCOMPARE(model->getObjectByIndex(1).value("ID").toString(), QStringLiteral("moved"));
+        QCOMPARE(model->alsoAvailableTaskCount(), 2);
+    }
 };
 
 NORVEL_TEST_MAIN(DailyPlanModelTest)

@@ -262,6 +262,30 @@ private slots:
         if (!keyPrefix.isEmpty())
             QCOMPARE(occurrence.value("START").toDateTime(), march(7, 10));
     }
+
+    // Reading the same day again answers from the last read only while the row, today and the
+    // default start time are what they were.
+    void dayEntriesFollowChangesOfTheRowAndOfToday()
+    {
+        Clock::pin(march(10, 12));
+        DOTask task = store(RecordBuilder::task()
+                                .withId(taskId)
+                                .repeating("m;1")
+                                .startingAt(march(9, 10))
+                                .dueAt(march(9, 18)));
+        QCOMPARE(m_helper->getRepeatedDayTasks(QDate(2023, 3, 10)).size(), 1);
+
+        task.insert("NAME", "Renamed");
+        m_database->handler()->tasks()->updateTaskLocally(task);
+        m_database->handler()->commitChanges();
+        const QList<DOTask> renamed = m_helper->getRepeatedDayTasks(QDate(2023, 3, 10));
+        QCOMPARE(renamed.size(), 1);
+        QCOMPARE(renamed.first().value("NAME").toString(), QStringLiteral("Renamed"));
+
+        // From the next day on, the tenth is a past day the rule does not hit.
+        Clock::pin(march(11, 12));
+        QVERIFY(m_helper->getRepeatedDayTasks(QDate(2023, 3, 10)).isEmpty());
+    }
 };
 
 NORVEL_TEST_MAIN(RepeatedTaskHelperTest)
