@@ -82,11 +82,14 @@ shoot() {
             done
             # Give the icons and fonts a moment, then take the finished picture.
             sleep 2
-            # Clicks are points of the window separated by ";", made in turn.
+            # Clicks are points of the window separated by ";", made in turn; a third number is a
+            # count of clicks, 2 for a double click.
             if [[ -n "$window" && -n "$3" ]]; then
                 IFS=";" read -ra points <<< "$3"
                 for point in "${points[@]}"; do
-                    xdotool mousemove --window "$window" $point click 1 mousemove --window "$window" 600 600
+                    read -r x y count <<< "$point"
+                    xdotool mousemove --window "$window" "$x" "$y" click --repeat "${count:-1}" --delay 80 1 \
+                        mousemove --window "$window" 600 600
                     sleep 1
                 done
                 if [[ -n "$4" ]]; then
@@ -120,9 +123,16 @@ shoot projects-light 1 "#1E88E5" en "$projects_home"
 shoot projects-dark 2 "#73ABFC" en "$projects_home"
 shoot contexts-light 1 "#1E88E5" en "$contexts_errands"
 shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
-# The tool bar's add button opens the editor of a new inbox task.
-add_button="390 54"
+# The tool bar's add button, on the inbox, opens the editor of a new inbox task.
+add_button="$norvel_box_button;408 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"
 shoot task-editor-dark 2 "#73ABFC" en "$add_button" "Prepare the quarterly report"
+# A double click on the first inbox task opens its preview.
+first_inbox_task="$norvel_box_button;237 218 2"
+shoot task-preview-light 1 "#1E88E5" en "$first_inbox_task"
+shoot task-preview-dark 2 "#73ABFC" en "$first_inbox_task"
+# The inbox list's menu, then its "Sort" entry.
+sorting="$norvel_box_button;995 103;880 118"
+shoot sorting-popup-light 1 "#1E88E5" en "$sorting"
 shoot search-light 1 "#1E88E5" en "$search_field" "card"
 shoot trash-dark 2 "#73ABFC" en "$trash_button"

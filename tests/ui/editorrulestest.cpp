@@ -9,7 +9,8 @@
 
 // The rules the task editor applies on its own: the repeat rule's text form and its next dates,
 // the correction of a due date before the start, which reminders can still be chosen, and the
-// monthly rule's refusal of the 29th to 31st.
+// monthly rule's refusal of the 29th to 31st, the one day of a daily or weekly task, and how the
+// time edit takes typed digits.
 class EditorRulesTest : public QObject
 {
     Q_OBJECT
@@ -24,12 +25,18 @@ private slots:
     void dueBeforeStartMovesTheStart();
     void remindersOnlyInTheFuture();
     void monthlyRuleRefusesTheTwentyNinth();
+    void dailyAndWeeklyTasksKeepToOneDay_data();
+    void dailyAndWeeklyTasksKeepToOneDay();
+    void timeEditTyping_data();
+    void timeEditTyping();
     void cleanup();
 
 private:
     void openEditor();
     void setDates(const QDateTime& start, const QDateTime& due);
     QObject* repetition() const { return m_ui.object(QStringLiteral("taskRepetition")); }
+    QVariant fieldDate(const QString& fieldName) const;
+    void type(const QString& keys);
 
     UiHarness m_ui;
 };
@@ -197,6 +204,106 @@ void EditorRulesTest::monthlyRuleRefusesTheTwentyNinth()
     QTRY_VERIFY(!m_ui.object(QStringLiteral("MessagePopup")));
     QVERIFY(m_ui.click(QStringLiteral("editorCancelButton")));
     QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskInfoPopup")));
+}
+
+QVariant EditorRulesTest::fieldDate(const QString& fieldName) const
+{
+    return m_ui.property(fieldName, "dateTime").toDateTime().toUTC();
+}
+
+// Digits as they are; "^" and "v" are the Up and Down keys.
+void EditorRulesTest::type(const QString& keys)
+{
+    for (const QChar key : keys) {
+        if (key == QLatin1Char('^') || key == QLatin1Char('v'))
+            QTest::keyClick(m_ui.window(), key == QLatin1Char('^') ? Qt::Key_Up : Qt::Key_Down);
+        else
+            QTest::keyClick(m_ui.window(), key.toLatin1());
+    }
+}
+
+void EditorRulesTest::dailyAndWeeklyTasksKeepToOneDay_data()
+{
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<QDateTime>("start");
+    QTest::addColumn<QDateTime>("expectedStart");
+    const QDate day = QDate::currentDate().addDays(4);
+    QTest::newRow("daily: the start moves to the due's day")
+        << "d" << wall(day.addDays(-2), QTime(10, 0)) << wall(day, QTime(10, 0));
+    QTest::newRow("weekly: the same") << "w" << wall(day.addDays(-1), QTime(9, 30)) << wall(day, QTime(9, 30));
+    QTest::newRow("no start: the default time on the due's day") << "d" << QDateTime() << wall(day, QTime(8, 0));
+}
+
+void EditorRulesTest::dailyAndWeeklyTasksKeepToOneDay()
+{
+    QFETCH(QString, unit);
+    QFETCH(QDateTime, start);
+    QFETCH(QDateTime, expectedStart);
+    const QDate day = QDate::currentDate().addDays(4);
+    openEditor();
+    setDates(start, wall(day, QTime(18, 0)));
+    QVERIFY(m_ui.click(QStringLiteral("repetitionExpander")));
+    QTest::qWait(50);
+    QVERIFY(m_ui.click(QStringLiteral("repetitionUnit_") + unit));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("oneDateForm"))->isVisible());
+    QVERIFY(!m_ui.item(QStringLiteral("startDateField"))->isVisible());
+    QCOMPARE(fieldDate(QStringLiteral("startDateField")).toDateTime(), expectedStart);
+
+    // The end time typed in the one-date form becomes the due time on the same day.
+    QObject* endTime = m_ui.object(QStringLiteral("oneDateEndTime"));
+    endTime->setProperty("twelveHourMode", false);
+    QTest::qWait(50); // the fields move once the AM/PM field has gone
+    QVERIFY(m_ui.click(endTime->findChild<QQuickItem*>(QStringLiteral("hoursEdit"))));
+    type(QStringLiteral("20"));
+    QCOMPARE(fieldDate(QStringLiteral("dueDateField")).toDateTime(), wall(day, QTime(20, 0)));
+    QCOMPARE(fieldDate(QStringLiteral("startDateField")).toDateTime(), expectedStart);
+
+    QVERIFY(m_ui.click(QStringLiteral("repetitionUnit_none")));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("startDateField"))->isVisible());
+    QVERIFY(m_ui.click(QStringLiteral("editorCancelButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskInfoPopup")));
+}
+
+void EditorRulesTest::timeEditTyping_data()
+{
+    QTest::addColumn<bool>("twelveHours");
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<int>("hours");
+    QTest::newRow("3 then 5: no hour 35, the 5 is dropped") << false << "hoursEdit" << "35" << "03:30" << 3;
+    QTest::newRow("2 then 5: 25 is no hour, 5 replaces") << false << "hoursEdit" << "25" << "05:30" << 5;
+    QTest::newRow("1 then 7") << false << "hoursEdit" << "17" << "17:30" << 17;
+    QTest::newRow("hours stop at 23") << false << "hoursEdit" << "23^" << "23:30" << 23;
+    QTest::newRow("twelve hours: a first 0 is ignored") << true << "hoursEdit" << "011" << "11:30 AM" << 11;
+    QTest::newRow("twelve hours: 1 then 5 replaces") << true << "hoursEdit" << "15" << "05:30 AM" << 5;
+    QTest::newRow("twelve hours: 12 AM is midnight") << true << "hoursEdit" << "12" << "12:30 AM" << 0;
+    QTest::newRow("minutes: 4 then 5") << false << "minutesEdit" << "45" << "10:45" << 10;
+    QTest::newRow("minutes: 7 then 2 replaces, padded") << false << "minutesEdit" << "72" << "10:02" << 10;
+    QTest::newRow("minutes stop at 0") << false << "minutesEdit" << "0v" << "10:00" << 10;
+}
+
+void EditorRulesTest::timeEditTyping()
+{
+    QFETCH(bool, twelveHours);
+    QFETCH(QString, field);
+    QFETCH(QString, keys);
+    QFETCH(QString, expected);
+    QFETCH(int, hours);
+    openEditor();
+    QVERIFY(m_ui.click(QStringLiteral("startDateField")));
+    QTRY_VERIFY(m_ui.object(QStringLiteral("timeEdit")));
+    QObject* timeEdit = m_ui.object(QStringLiteral("timeEdit"));
+    timeEdit->setProperty("twelveHourMode", twelveHours);
+    QMetaObject::invokeMethod(timeEdit, "init", Q_ARG(QVariant, 10), Q_ARG(QVariant, 30));
+    QTest::qWait(50);
+    QVERIFY(m_ui.click(field));
+    type(keys);
+    // A single digit gets its leading zero when the typing second is over.
+    QTRY_COMPARE(timeEdit->property("text").toString(), expected);
+    QCOMPARE(timeEdit->property("hours").toInt(), hours);
+    QMetaObject::invokeMethod(m_ui.object(QStringLiteral("DateTimeEditPopup")), "destroyPopup");
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("DateTimeEditPopup")));
 }
 
 NORVEL_TEST_MAIN(EditorRulesTest)
