@@ -127,6 +127,8 @@ shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
 add_button="$norvel_box_button;408 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"
 shoot task-editor-dark 2 "#73ABFC" en "$add_button" "Prepare the quarterly report"
+# "Create a repetition" turns to a daily rule, whose dates share one day.
+shoot task-editor-repetition-light 1 "#1E88E5" en "$add_button;341 452"
 # A double click on the first inbox task opens its preview.
 first_inbox_task="$norvel_box_button;237 218 2"
 shoot task-preview-light 1 "#1E88E5" en "$first_inbox_task"

@@ -42,8 +42,7 @@ AnimatedPopup {
 
     Column {
         parent: popup.card
-        x: 24
-        y: 24
+        anchors.centerIn: parent
         width: popup.card.width - 48
         spacing: 10
 
