@@ -136,5 +136,6 @@ shoot task-preview-dark 2 "#73ABFC" en "$first_inbox_task"
 # The inbox list's menu, then its "Sort" entry.
 sorting="$norvel_box_button;995 103;880 118"
 shoot sorting-popup-light 1 "#1E88E5" en "$sorting"
+shoot sorting-popup-dark 2 "#73ABFC" en "$sorting"
 shoot search-light 1 "#1E88E5" en "$search_field" "card"
 shoot trash-dark 2 "#73ABFC" en "$trash_button"

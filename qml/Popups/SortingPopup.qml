@@ -89,6 +89,24 @@ AnimatedPopup {
             objectName: "groupByDateBox"
             text: qsTr("Group by due date (if applicable)")
             checked: popup.hasStoredOrder ? DataManager.getGroupByDateParam(popup.listId, popup.listType) : true
+            indicator: Rectangle {
+                x: groupBox.leftPadding
+                y: (groupBox.height - height) / 2
+                implicitWidth: 20
+                implicitHeight: 20
+                radius: 4
+                color: groupBox.checked ? appStyle.applicationColor : "transparent"
+                border.width: 2
+                border.color: groupBox.checked ? appStyle.applicationColor : appStyle.colors.lightGray
+
+                StyledLabel {
+                    anchors.centerIn: parent
+                    visible: groupBox.checked
+                    text: "✓"
+                    color: "white"
+                    font.bold: true
+                }
+            }
             contentItem: StyledLabel {
                 leftPadding: groupBox.indicator.width + groupBox.spacing
                 verticalAlignment: Text.AlignVCenter
