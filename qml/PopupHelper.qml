@@ -114,6 +114,10 @@ Item {
         return showPopup("DateTimeEditPopup", contentItem, params)
     }
 
+    function showSortingPopup(listId, listType) {
+        return showPopup("SortingPopup", contentItem, { "listId": listId, "listType": listType })
+    }
+
     // The popup made last is on top: children are appended in order of creation.
     function getCurrentPopup() {
         if (visiblePopupCount === 0)

@@ -82,14 +82,15 @@ shoot() {
             done
             # Give the icons and fonts a moment, then take the finished picture.
             sleep 2
-            # Clicks are points of the window separated by ";", made in turn.
+            # Clicks are points of the window separated by ";", made in turn. A third number names the
+            # mouse button (3 opens a context menu), a fourth the count of clicks (2 for a double click).
             if [[ -n "$window" && -n "$3" ]]; then
                 IFS=";" read -ra points <<< "$3"
-                # A third number names the mouse button: 3 opens a context menu.
                 for point in "${points[@]}"; do
-                    read -r x y button <<< "$point"
-                    xdotool mousemove --window "$window" "$x" "$y" click "${button:-1}"
-                    [[ -z "$button" ]] && xdotool mousemove --window "$window" 600 600
+                    read -r x y button count <<< "$point"
+                    xdotool mousemove --window "$window" "$x" "$y" \
+                        click --repeat "${count:-1}" --delay 80 "${button:-1}"
+                    [[ -z "$button" || "$button" == 1 ]] && xdotool mousemove --window "$window" 600 600
                     sleep 1
                 done
                 if [[ -n "$4" ]]; then
@@ -125,9 +126,19 @@ shoot contexts-light 1 "#1E88E5" en "$contexts_errands"
 shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
 # A project's task list with the context menu of its first task: cut and copy.
 shoot project-row-menu-light 1 "#1E88E5" en "$projects_home;220 132;600 143 3"
-# The tool bar's add button opens the editor of a new inbox task.
-add_button="390 54"
+# The tool bar's add button, on the inbox, opens the editor of a new inbox task.
+add_button="$norvel_box_button;408 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"
 shoot task-editor-dark 2 "#73ABFC" en "$add_button" "Prepare the quarterly report"
+# "Create a repetition" turns to a daily rule, whose dates share one day.
+shoot task-editor-repetition-light 1 "#1E88E5" en "$add_button;341 452"
+# A double click on the first inbox task opens its preview.
+first_inbox_task="$norvel_box_button;237 218 1 2"
+shoot task-preview-light 1 "#1E88E5" en "$first_inbox_task"
+shoot task-preview-dark 2 "#73ABFC" en "$first_inbox_task"
+# The inbox list's menu, then its "Sort" entry.
+sorting="$norvel_box_button;995 103;880 118"
+shoot sorting-popup-light 1 "#1E88E5" en "$sorting"
+shoot sorting-popup-dark 2 "#73ABFC" en "$sorting"
 shoot search-light 1 "#1E88E5" en "$search_field" "card"
 shoot trash-dark 2 "#73ABFC" en "$trash_button"

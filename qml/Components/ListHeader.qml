@@ -48,7 +48,8 @@ Rectangle {
         model: header.menuItems
         delegate: NvMenuItem {
             label: modelData.text
-            onActivated: modelData.handler()
+            // modelData is a copy that has lost its functions; the handler is read from the list itself.
+            onActivated: header.menuItems[index].handler()
         }
         onObjectAdded: listMenu.insertItem(index, object)
         onObjectRemoved: listMenu.removeItem(object)

@@ -28,6 +28,23 @@ MenuBar {
             contentSignal()
     }
 
+    // Where "Add New Task..." puts the task: the Norvel Box, the selected day, the open project or
+    // the open context. Null where the current page has no such place.
+    function newTaskPlace() {
+        var page = pageLoader.currentPage
+        if (!page || methodArticleVisible)
+            return null
+        if (pageLoader.isActive("NorvelBoxPage"))
+            return function () { popupHelper.showNorvelBoxTaskPopup() }
+        if (pageLoader.isActive("DailyPlanPage"))
+            return function () { popupHelper.showDailyPlanTaskPopup(page.selectedDate) }
+        if (pageLoader.isActive("ProjectsPage") && page.currentProjectId)
+            return function () { popupHelper.showTaskPopupWithProject(page.currentProjectId) }
+        if (pageLoader.isActive("ContextsPage") && page.treeViewCurrentItem)
+            return function () { popupHelper.showOneStepActionsTaskPopup(page.treeViewCurrentItem.ID) }
+        return null
+    }
+
     function openRecentProject(project) {
         if (project.ID === PredefinedDataHelper.norvelBoxId)
             sidePanel.loadPage("NorvelBoxPage")
@@ -56,6 +73,26 @@ MenuBar {
     NvMenu {
         objectName: "fileMenu"
         title: qsTr("File")
+
+        NvMenu {
+            objectName: "createMenu"
+            title: qsTr("Create")
+
+            NvMenuItem {
+                objectName: "addNorvelBoxTaskMenuItem"
+                label: qsTr("Add Task to Norvel Box...")
+                shortcut: "Ctrl+Shift+N"
+                available: !!menuBar.listPage && !menuBar.methodArticleVisible
+                onActivated: popupHelper.showNorvelBoxTaskPopup()
+            }
+
+            NvMenuItem {
+                objectName: "addNewTaskMenuItem"
+                label: qsTr("Add New Task...")
+                available: menuBar.newTaskPlace() !== null
+                onActivated: menuBar.newTaskPlace()()
+            }
+        }
 
         NvMenu {
             id: recentMenu

@@ -23,6 +23,8 @@ Item {
     // Up while fields are filled or dates are set by the program, so no change looks like the user's.
     property bool initializing: false
     property bool datesGuard: false
+    // Up while the one-date form copies its dates into the two-date form, which it must not hear back.
+    property bool oneDateWriting: false
 
     signal requestSave()
 
@@ -94,6 +96,8 @@ Item {
                 due.setUTCDate(startField.dateTime.getUTCDate() + 1)
             dueField.dateTime = due
         }
+        if (repetition.isDailyOrWeekly)
+            copyOneDateForm()
         repetition.setDates(startField.dateTime, dueField.dateTime)
         datesGuard = false
     }
@@ -101,6 +105,33 @@ Item {
     function datesEdited() {
         if (!datesGuard && !initializing)
             repetition.setDates(startField.dateTime, dueField.dateTime)
+    }
+
+    // The two-date form stays the source of the result, so the one-date form writes into it.
+    function copyOneDateForm() {
+        oneDateWriting = true
+        startField.dateTime = oneDate.startDateTime
+        dueField.dateTime = oneDate.dueDateTime
+        oneDateWriting = false
+    }
+
+    function oneDateEdited() {
+        copyOneDateForm()
+        datesEdited()
+    }
+
+    function twoDateFormChanged() {
+        if (!oneDateWriting)
+            oneDate.setDates(startField.dateTime, dueField.dateTime)
+    }
+
+    // The form that has just appeared decides the dates: a daily or weekly task starts and ends on one day.
+    function dateFormSwitched() {
+        if (!DateRules.isValid(startField.dateTime) && !DateRules.isValid(dueField.dateTime))
+            return
+        if (repetition.isDailyOrWeekly)
+            copyOneDateForm()
+        repetition.setDates(startField.dateTime, dueField.dateTime)
     }
 
     function reminderTitle(type, place) {
@@ -195,19 +226,31 @@ Item {
                 DateTimeFragment {
                     id: startField
                     objectName: "startDateField"
+                    visible: !repetition.isDailyOrWeekly
                     width: parent.width
                     title: "Начать:"
                     defaultTime: Settings.defaultStartTime
                     onEdited: content.datesEdited()
+                    onDateTimeChanged: content.twoDateFormChanged()
                 }
 
                 DateTimeFragment {
                     id: dueField
                     objectName: "dueDateField"
+                    visible: !repetition.isDailyOrWeekly
                     width: parent.width
                     title: "Закончить до:"
                     defaultTime: Settings.defaultDueTime
                     onEdited: content.datesEdited()
+                    onDateTimeChanged: content.twoDateFormChanged()
+                }
+
+                OneDateFragment {
+                    id: oneDate
+                    objectName: "oneDateForm"
+                    visible: repetition.isDailyOrWeekly
+                    width: parent.width
+                    onEdited: content.oneDateEdited()
                 }
 
                 TaskRepetitionFragment {
@@ -215,6 +258,8 @@ Item {
                     objectName: "taskRepetition"
                     width: parent.width
                     onActiveChanged: if (active && !content.initializing) content.applyRepetitionDefaults()
+                    // Later, since the check may switch the rule off again while this change is still on its way.
+                    onIsDailyOrWeeklyChanged: if (!content.initializing) Qt.callLater(content.dateFormSwitched)
                     onDatesUpdated: {
                         content.datesGuard = true
                         startField.dateTime = start

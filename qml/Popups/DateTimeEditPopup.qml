@@ -165,6 +165,7 @@ RoundedPopup {
 
         TimeEdit {
             id: timeEdit
+            objectName: "timeEdit"
             visible: !popup.showOnlyDateEdit
             Component.onCompleted: {
                 if (DateRules.isValid(popup.initialDateTime))

@@ -59,6 +59,18 @@ RoundedPopup {
         saveCopy(copy)
     }
 
+    // The project picker comes with the tree popups; without it the action does nothing.
+    function moveToOtherProject(item) {
+        var picker = FunctionHelper.callIfProvided(popupHelper, "showTreeViewPopup", [])
+        if (!picker)
+            return
+        picker.treeModelType = "PROJECT"
+        picker.selectTreeItem(task.PARENT)
+        var point = item.mapToItem(picker, 0, item.height)
+        picker.moveTo(point.x, point.y)
+        picker.itemChanged.connect(function (projectId) { saveField("PARENT", projectId) })
+    }
+
     function openDateEditor(item, x, y) {
         var editor = popupHelper.showDateTimeEditPopup({ "initialDateTime": hasDue ? task.DUE : task.START,
                                                           "destroyOnClick": true })
@@ -272,6 +284,32 @@ RoundedPopup {
                 objectName: "previewCompleteButton"
                 text: popup.completed ? "✔" : "○"
                 onClicked: popup.complete()
+            }
+        }
+
+        Rectangle {
+            width: parent.width
+            height: actions.implicitHeight
+            radius: 6
+            color: "transparent"
+            border.color: appStyle.components.toolBar.borderColor
+
+            Column {
+                id: actions
+                width: parent.width
+
+                ItemDelegate {
+                    id: moveAction
+                    objectName: "previewMoveAction"
+                    width: parent.width
+                    contentItem: StyledLabel {
+                        text: qsTr("Move to other project")
+                        color: appStyle.applicationColor
+                        verticalAlignment: Text.AlignVCenter
+                    }
+                    background: Item {}
+                    onClicked: popup.moveToOtherProject(moveAction)
+                }
             }
         }
     }

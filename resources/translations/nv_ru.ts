@@ -380,6 +380,18 @@
         <source>Privacy Policy</source>
         <translation>Политика конфиденциальности</translation>
     </message>
+    <message>
+        <source>Create</source>
+        <translation>Создать</translation>
+    </message>
+    <message>
+        <source>Add Task to Norvel Box...</source>
+        <translation>Добавить задачу в Norvel Box...</translation>
+    </message>
+    <message>
+        <source>Add New Task...</source>
+        <translation>Новая задача...</translation>
+    </message>
 </context>
 <context>
     <name>NvStatusBar</name>
@@ -532,6 +544,21 @@
     <message>
         <source>You completed a project</source>
         <translation>Вы выполнили проект</translation>
+    </message>
+</context>
+<context>
+    <name>OneDateFragment</name>
+    <message>
+        <source>Date</source>
+        <translation>Дата</translation>
+    </message>
+    <message>
+        <source>Start time</source>
+        <translation>Время начала</translation>
+    </message>
+    <message>
+        <source>End time</source>
+        <translation>Время окончания</translation>
     </message>
 </context>
 <context>
@@ -1057,6 +1084,37 @@
     </message>
 </context>
 <context>
+    <name>SortingPopup</name>
+    <message>
+        <source>Sort The List</source>
+        <translation>Сортировка списка</translation>
+    </message>
+    <message>
+        <source>Alphabetically</source>
+        <translation>По алфавиту</translation>
+    </message>
+    <message>
+        <source>By modify date (older first)</source>
+        <translation>По дате изменения (сначала старые)</translation>
+    </message>
+    <message>
+        <source>By modify date (newest first)</source>
+        <translation>По дате изменения (сначала новые)</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>Вручную</translation>
+    </message>
+    <message>
+        <source>Sort by default</source>
+        <translation>Сортировать по умолчанию</translation>
+    </message>
+    <message>
+        <source>Group by due date (if applicable)</source>
+        <translation>Группировать по сроку (если возможно)</translation>
+    </message>
+</context>
+<context>
     <name>SystemTray</name>
     <message>
         <source>Hide Norvel</source>
@@ -1356,6 +1414,10 @@ a start or due date first</source>
     <message>
         <source>Add to Favorites</source>
         <translation>Добавить в избранное</translation>
+    </message>
+    <message>
+        <source>Move to other project</source>
+        <translation>Переместить в другой проект</translation>
     </message>
 </context>
 <context>

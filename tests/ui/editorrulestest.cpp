@@ -9,7 +9,8 @@
 
 // The rules the task editor applies on its own: the repeat rule's text form and its next dates,
 // the correction of a due date before the start, which reminders can still be chosen, and the
-// monthly rule's refusal of the 29th to 31st.
+// monthly rule's refusal of the 29th to 31st, the one day of a daily or weekly task, and how the
+// time edit takes typed digits.
 class EditorRulesTest : public QObject
 {
     Q_OBJECT
@@ -24,12 +25,18 @@ private slots:
     void dueBeforeStartMovesTheStart();
     void remindersOnlyInTheFuture();
     void monthlyRuleRefusesTheTwentyNinth();
+    void dailyAndWeeklyTasksKeepToOneDay_data();
+    void dailyAndWeeklyTasksKeepToOneDay();
+    void timeEditTyping_data();
+    void timeEditTyping();
     void cleanup();
 
 private:
     void openEditor();
     void setDates(const QDateTime& start, const QDateTime& due);
     QObject* repetition() const { return m_ui.object(QStringLiteral("taskRepetition")); }
+    QDateTime fieldDate(const QString& fieldName) const;
+    void type(const QString& keys);
 
     UiHarness m_ui;
 };
@@ -197,6 +204,104 @@ void EditorRulesTest::monthlyRuleRefusesTheTwentyNinth()
     QTRY_VERIFY(!m_ui.object(QStringLiteral("MessagePopup")));
     QVERIFY(m_ui.click(QStringLiteral("editorCancelButton")));
     QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskInfoPopup")));
+}
+
+QDateTime EditorRulesTest::fieldDate(const QString& fieldName) const
+{
+    return m_ui.property(fieldName, "dateTime").toDateTime().toUTC();
+}
+
+// Digits as they are; "^", "v" and ">" are the Up, Down and Right keys.
+void EditorRulesTest::type(const QString& keys)
+{
+    const QHash<QChar, Qt::Key> arrows{{'^', Qt::Key_Up}, {'v', Qt::Key_Down}, {'>', Qt::Key_Right}};
+    for (const QChar key : keys) {
+        if (arrows.contains(key))
+            QTest::keyClick(m_ui.window(), arrows.value(key));
+        else
+            QTest::keyClick(m_ui.window(), key.toLatin1());
+    }
+}
+
+void EditorRulesTest::dailyAndWeeklyTasksKeepToOneDay_data()
+{
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<QDateTime>("start");
+    QTest::addColumn<QDateTime>("expectedStart");
+    const QDate day = QDate::currentDate().addDays(4);
+    QTest::newRow("daily: the start moves to the due's day")
+        << "d" << wall(day.addDays(-2), QTime(10, 0)) << wall(day, QTime(10, 0));
+    QTest::newRow("weekly without a start: the default time on the due's day")
+        << "w" << QDateTime() << wall(day, QTime(8, 0));
+}
+
+void EditorRulesTest::dailyAndWeeklyTasksKeepToOneDay()
+{
+    QFETCH(QString, unit);
+    QFETCH(QDateTime, start);
+    QFETCH(QDateTime, expectedStart);
+    const QDate day = QDate::currentDate().addDays(4);
+    openEditor();
+    setDates(start, wall(day, QTime(18, 0)));
+    QVERIFY(m_ui.click(QStringLiteral("repetitionExpander")));
+    QTest::qWait(50);
+    QVERIFY(m_ui.click(QStringLiteral("repetitionUnit_") + unit));
+    QTRY_VERIFY(m_ui.item(QStringLiteral("oneDateForm"))->isVisible());
+    QVERIFY(!m_ui.item(QStringLiteral("startDateField"))->isVisible());
+    QCOMPARE(fieldDate(QStringLiteral("startDateField")), expectedStart);
+
+    // The end time typed in the one-date form becomes the due time on the same day.
+    QObject* endTime = m_ui.object(QStringLiteral("oneDateEndTime"));
+    endTime->setProperty("twelveHourMode", false);
+    QTest::qWait(50); // the fields move once the AM/PM field has gone
+    QVERIFY(m_ui.click(endTime->findChild<QQuickItem*>(QStringLiteral("hoursEdit"))));
+    type(QStringLiteral("20"));
+    QCOMPARE(fieldDate(QStringLiteral("dueDateField")), wall(day, QTime(20, 0)));
+    QCOMPARE(fieldDate(QStringLiteral("startDateField")), expectedStart);
+    QVERIFY(m_ui.click(QStringLiteral("editorCancelButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskInfoPopup")));
+}
+
+// Keys go to the hour field; ">" walks to the minutes.
+void EditorRulesTest::timeEditTyping_data()
+{
+    QTest::addColumn<bool>("twelveHours");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("time24");
+    const auto row = [](const char* tag, bool twelve, const char* keys, const char* shown,
+                        const char* time24) {
+        QTest::newRow(tag) << twelve << QString(keys) << QString(shown) << QString(time24);
+    };
+    row("3 then 5: the 5 is dropped", false, "35", "03:30", "03:30");
+    row("2 then 5: 5 replaces", false, "25", "05:30", "05:30");
+    row("hours stop at 23", false, "23^", "23:30", "23:30");
+    row("12h: a first 0 is ignored", true, "011", "11:30 AM", "11:30");
+    row("12h: 12 AM is midnight", true, "12", "12:30 AM", "00:30");
+    row("minutes: 7 then 2 replaces", false, ">72", "10:02", "10:02");
+    row("minutes stop at 0", false, ">0v", "10:00", "10:00");
+}
+
+void EditorRulesTest::timeEditTyping()
+{
+    QFETCH(bool, twelveHours);
+    QFETCH(QString, keys);
+    QFETCH(QString, shown);
+    QFETCH(QString, time24);
+    openEditor();
+    QVERIFY(m_ui.click(QStringLiteral("startDateField")));
+    QTRY_VERIFY(m_ui.object(QStringLiteral("timeEdit")));
+    QObject* timeEdit = m_ui.object(QStringLiteral("timeEdit"));
+    timeEdit->setProperty("twelveHourMode", twelveHours);
+    QMetaObject::invokeMethod(timeEdit, "init", Q_ARG(QVariant, 10), Q_ARG(QVariant, 30));
+    QTest::qWait(50);
+    QVERIFY(m_ui.click(QStringLiteral("hoursEdit")));
+    type(keys);
+    // A single digit gets its leading zero when the typing second is over.
+    QTRY_COMPARE(timeEdit->property("text").toString(), shown);
+    QCOMPARE(timeEdit->property("time24String").toString(), time24);
+    QMetaObject::invokeMethod(m_ui.object(QStringLiteral("DateTimeEditPopup")), "destroyPopup");
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("DateTimeEditPopup")));
 }
 
 NORVEL_TEST_MAIN(EditorRulesTest)
