@@ -2,7 +2,6 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import com.kelmora.common 1.0
 import com.kelmora.helpers 1.0
-import com.kelmora.common 1.0
 import "../Components"
 import "ObjectClipboard.js" as ObjectClipboard
 
