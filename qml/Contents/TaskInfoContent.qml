@@ -126,6 +126,18 @@ Item {
         return result.sort(function (a, b) { return a - b })
     }
 
+    // Opens below the row, or above it when there is more room there; the editor keeps the keys after.
+    function openPicker(anchor, type, currentId, onChosen) {
+        var picker = popupHelper.showTreeViewPopup({ "treeModelType": type })
+        var point = anchor.mapToItem(picker, anchor.width - picker.popupWidth, 0)
+        var roomBelow = picker.height - point.y - anchor.height
+        picker.moveTo(point.x, roomBelow < picker.popupHeight && point.y > roomBelow ? point.y - picker.popupHeight
+                                                                                     : point.y + anchor.height)
+        picker.selectTreeItem(currentId)
+        picker.itemChanged.connect(onChosen)
+        picker.aboutToBeDestroyed.connect(function () { content.forceActiveFocus() })
+    }
+
     function closeDateEditors() {
         if (startField.editPopup)
             startField.editPopup.destroyPopup()
@@ -236,15 +248,26 @@ Item {
         Column {
             spacing: 12
 
-            StyledLabel { text: qsTr("Project"); font.bold: true }
-            StyledLabel {
-                objectName: "projectLabel"
+            ComboBoxFragment {
+                id: projectField
+                objectName: "projectPicker"
+                width: parent.width
+                title: qsTr("Project")
                 text: ProjectHandler.getProjectNameChain(content.projectId).join(" > ")
+                onClicked: content.openPicker(projectField, "PROJECT", content.projectId, function (id) {
+                    content.projectId = id
+                })
             }
-            StyledLabel { text: qsTr("Context"); font.bold: true }
-            StyledLabel {
-                objectName: "contextLabel"
-                text: content.contextId === "" ? "—" : ContextHandler.getContextNameChain(content.contextId).join(" > ")
+            ComboBoxFragment {
+                id: contextField
+                objectName: "contextPicker"
+                width: parent.width
+                title: qsTr("Context")
+                text: content.contextId === "" ? qsTr("No context")
+                                               : ContextHandler.getContextNameChain(content.contextId).join(" > ")
+                onClicked: content.openPicker(contextField, "CONTEXT", content.contextId, function (id) {
+                    content.contextId = id
+                })
             }
             Switch {
                 objectName: "favoriteSwitch"

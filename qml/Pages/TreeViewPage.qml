@@ -36,15 +36,6 @@ HistoryPage {
     function openContextMenu(object) {
     }
 
-    // The name popup destroys itself once closed; onSaved gets the new name.
-    function askName(title, name, emptyNameText, onSaved) {
-        var popup = namePopupComponent.createObject(page, {
-            "title": title, "name": name, "emptyNameText": emptyNameText })
-        popup.saved.connect(onSaved)
-        popup.closed.connect(function () { popup.destroy() })
-        popup.open()
-    }
-
     function objectIcon(object) {
         return "projects.svg"
     }
@@ -186,7 +177,7 @@ HistoryPage {
         pushListPage(listPageComponent.createObject(null, {
             "model": model,
             "listObject": treeViewCurrentItem,
-            "title": treeViewCurrentItem ? treeViewCurrentItem.NAME : page.rootTitle,
+            "title": treeViewCurrentItem ? Helper.objectDisplayName(treeViewCurrentItem) : page.rootTitle,
             "emptyText": page.emptyListText
         }))
     }
@@ -259,11 +250,6 @@ HistoryPage {
     Component.onDestruction: {
         if (treeModel)
             treeModel.requestDeletion()
-    }
-
-    Component {
-        id: namePopupComponent
-        ObjectNamePopup {}
     }
 
     Component {
