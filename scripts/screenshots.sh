@@ -121,8 +121,12 @@ shoot projects-dark 2 "#73ABFC" en "$projects_home"
 shoot contexts-light 1 "#1E88E5" en "$contexts_errands"
 shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
 # The tool bar's add button opens the editor of a new inbox task.
-add_button="390 54"
+add_button="428 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"
 shoot task-editor-dark 2 "#73ABFC" en "$add_button" "Prepare the quarterly report"
+# The editor's Metadata tab with the project picker open on its first folder.
+project_picker="$add_button;487 181;585 236;446 272"
+shoot project-picker-light 1 "#1E88E5" en "$project_picker"
+shoot project-picker-dark 2 "#73ABFC" en "$project_picker"
 shoot search-light 1 "#1E88E5" en "$search_field" "card"
 shoot trash-dark 2 "#73ABFC" en "$trash_button"

@@ -7,6 +7,8 @@ Item {
 
     property string title
     property string text
+    // Rows of one form line up their boxes.
+    property int titleWidth: 80
 
     signal clicked()
 
@@ -17,13 +19,15 @@ Item {
         id: titleLabel
         anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
+        width: fragment.titleWidth
         text: fragment.title
+        elide: Text.ElideRight
     }
 
     Rectangle {
         id: box
         anchors.left: titleLabel.right
-        anchors.leftMargin: 16
+        anchors.leftMargin: 8
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         height: 30

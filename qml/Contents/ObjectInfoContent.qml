@@ -76,8 +76,7 @@ Item {
                                            : ContextHandler.getContextNameChain(content.contextId).join(" > ")
             onClicked: {
                 var picker = popupHelper.showTreeViewPopup({ "treeModelType": "CONTEXT" })
-                var point = contextField.mapToItem(picker, contextField.width - picker.popupWidth, contextField.height)
-                picker.moveTo(point.x, point.y)
+                picker.placeNear(contextField)
                 picker.selectTreeItem(content.contextId)
                 picker.itemChanged.connect(function (id) { content.contextId = id })
                 picker.aboutToBeDestroyed.connect(function () { content.forceActiveFocus() })
@@ -102,7 +101,7 @@ Item {
             defaultTime: Settings.defaultDueTime
         }
 
-        Switch {
+        SwitchFragment {
             objectName: "objectFavoriteSwitch"
             visible: content.kind !== "folder"
             text: content.favorite ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")

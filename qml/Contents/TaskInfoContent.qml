@@ -126,13 +126,10 @@ Item {
         return result.sort(function (a, b) { return a - b })
     }
 
-    // Opens below the row, or above it when there is more room there; the editor keeps the keys after.
+    // The editor takes the keys back when the picker goes.
     function openPicker(anchor, type, currentId, onChosen) {
         var picker = popupHelper.showTreeViewPopup({ "treeModelType": type })
-        var point = anchor.mapToItem(picker, anchor.width - picker.popupWidth, 0)
-        var roomBelow = picker.height - point.y - anchor.height
-        picker.moveTo(point.x, roomBelow < picker.popupHeight && point.y > roomBelow ? point.y - picker.popupHeight
-                                                                                     : point.y + anchor.height)
+        picker.placeNear(anchor)
         picker.selectTreeItem(currentId)
         picker.itemChanged.connect(onChosen)
         picker.aboutToBeDestroyed.connect(function () { content.forceActiveFocus() })
@@ -269,7 +266,7 @@ Item {
                     content.contextId = id
                 })
             }
-            Switch {
+            SwitchFragment {
                 objectName: "favoriteSwitch"
                 visible: !completeButton.checked
                 text: content.favorite ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")

@@ -95,6 +95,16 @@ RoundedPopup {
         view.currentIndex = Math.max(0, Math.min(view.count - 1, view.currentIndex + step))
     }
 
+    // Right-aligned with the anchor, below it or above it where there is more room, and inside the
+    // window even when neither side has room enough.
+    function placeNear(anchor) {
+        var point = anchor.mapToItem(popup, anchor.width - popupWidth, 0)
+        var roomAbove = point.y
+        var roomBelow = height - point.y - anchor.height
+        var top = roomAbove > roomBelow ? point.y - popupHeight : point.y + anchor.height
+        moveTo(point.x, Math.min(top, height - popupHeight - 10))
+    }
+
     function takeFocus() {
         searchField.forceActiveFocus()
     }
