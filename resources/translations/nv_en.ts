@@ -50,7 +50,7 @@
 <context>
     <name>PopupHelper</name>
     <message numerus="yes">
-        <location filename="../../qml/PopupHelper.qml" line="147"/>
+        <location filename="../../qml/PopupHelper.qml" line="199"/>
         <source>You deleted %n item(s)</source>
         <translation>
             <numerusform>You deleted %n item</numerusform>
