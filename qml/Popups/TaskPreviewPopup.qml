@@ -61,13 +61,9 @@ RoundedPopup {
 
     // The project picker comes with the tree popups; without it the action does nothing.
     function moveToOtherProject(item) {
-        var picker = FunctionHelper.callIfProvided(popupHelper, "showTreeViewPopup", [])
-        if (!picker)
-            return
-        picker.treeModelType = "PROJECT"
+        var picker = popupHelper.showTreeViewPopup({ "treeModelType": "PROJECT" })
+        picker.placeNear(item)
         picker.selectTreeItem(task.PARENT)
-        var point = item.mapToItem(picker, 0, item.height)
-        picker.moveTo(point.x, point.y)
         picker.itemChanged.connect(function (projectId) { saveField("PARENT", projectId) })
     }
 

@@ -139,6 +139,16 @@ void TaskEditorTest::previewMovesTheDueDateAndTheStartAlong()
     QCOMPARE(wallClock(task.value(QStringLiteral("DUE"))), QDateTime(target, QTime(23, 0), Qt::UTC));
     QCOMPARE(wallClock(task.value(QStringLiteral("START"))), QDateTime(target, QTime(8, 0), Qt::UTC));
     QVERIFY(DataManager::instance()->hasScheduledReminders(m_taskId));
+
+    // Out of the inbox into another project and back, each by the picker.
+    const PredefinedDataHelper* predefined = PredefinedDataHelper::instance();
+    const QList<QPair<QString, QString>> moves{{"One Step Actions", predefined->oneStepActionsId()},
+                                               {"Norvel Box", predefined->norvelBoxId()}};
+    for (const auto& [row, project] : moves) {
+        QVERIFY(m_ui.click(QStringLiteral("previewMoveAction")));
+        QVERIFY(m_ui.click(QStringLiteral("pickerRow_") + row));
+        QTRY_COMPARE(storedTask().value(QStringLiteral("PARENT")).toString(), project);
+    }
 }
 
 void TaskEditorTest::restoreBringsBackADeletedTask()
