@@ -52,6 +52,8 @@ public:
     void createCalendarInfoTable();
     void createTaskStateIndex();
     void createUniqueIndexForProjectsAndContexts();
+    // Rewrites a file of small pages with larger ones, which long lists read faster.
+    void enlargePages();
     // Indexes for the task lists by project, by context and of repeating tasks.
     void createTaskListIndexes();
     // Gives the query planner the shape of the task table.

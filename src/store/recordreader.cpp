@@ -11,6 +11,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 
 namespace {
@@ -37,9 +38,18 @@ sqlite3_stmt* nativeStatement(const QSqlQuery& query)
     return *static_cast<sqlite3_stmt* const*>(handle.constData());
 }
 
+// Eight bytes at a time: ids and names are read for every row of every list.
 bool isAscii(const char* text, int size)
 {
-    return std::all_of(text, text + size, [](char character) { return uchar(character) < 0x80; });
+    const quint64 highBits = 0x8080808080808080ULL;
+    int index = 0;
+    for (; index + 8 <= size; index += 8) {
+        quint64 word;
+        std::memcpy(&word, text + index, sizeof(word));
+        if (word & highBits)
+            return false;
+    }
+    return std::all_of(text + index, text + size, [](char character) { return uchar(character) < 0x80; });
 }
 
 // The helpers below read a column through its sqlite3_value, which SQLite hands out without taking the
@@ -70,16 +80,27 @@ QVariant columnValue(sqlite3_value* value)
     }
 }
 
+// One pass over the bytes: an ASCII byte is the one UTF-16 unit it stands for, so only text with
+// other bytes needs converting.
 bool holdsText(const QVariant& stored, sqlite3_value* value)
 {
-    if (stored.userType() != QMetaType::QString || stored.isNull())
+    if (stored.userType() != QMetaType::QString)
         return false;
     const QString& storedText = *static_cast<const QString*>(stored.constData());
+    if (storedText.isNull())
+        return false;
     const char* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
     const int size = sqlite3_value_bytes(value);
-    if (isAscii(text, size))
-        return storedText.size() == size && storedText == QLatin1String(text, size);
-    return storedText == QString::fromUtf8(text, size);
+    const QChar* units = storedText.constData();
+    const int length = storedText.size();
+    for (int index = 0; index < size; ++index) {
+        const uchar byte = uchar(text[index]);
+        if (byte >= 0x80)
+            return storedText == QString::fromUtf8(text, size);
+        if (index >= length || units[index].unicode() != byte)
+            return false;
+    }
+    return length == size;
 }
 
 // Whether the stored value is the one the column holds, of the same kind: variants of different
@@ -208,7 +229,9 @@ bool RecordReader::holdsRow(const DataObject& object, sqlite3_stmt* statement) c
         return false;
     auto field = object.cbegin();
     for (const Column& column : m_columns) {
-        if (field.key() != column.key)
+        // Keys made by this reader share their text, so the comparison is mostly of pointers.
+        const QString& key = field.key();
+        if (key.constData() != column.key.constData() && key != column.key)
             return false;
         sqlite3_value* value = sqlite3_column_value(statement, column.index);
         const bool holds = column.isDate ? holdsDateColumn(*field, value) : holdsValue(*field, value);

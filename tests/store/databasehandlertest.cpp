@@ -39,6 +39,8 @@ private slots:
     void storedValueReadsBackWithItsType();
     void readObjectWrittenBackIsUnchanged();
     void readingAgainSharesOnlyUnchangedObjects();
+    void changedTextIsReadAgain_data();
+    void changedTextIsReadAgain();
     void insertSetsSyncFlagsAndTimestamp_data();
     void insertSetsSyncFlagsAndTimestamp();
     void localInsertGetsNewIdAndActiveState();
@@ -157,6 +159,37 @@ void DatabaseHandlerTest::readingAgainSharesOnlyUnchangedObjects()
     // A NULL and the empty text compare equal as variants, yet they are different values.
     QVERIFY(second.at(1).value("MEMO").isNull());
     QVERIFY(!first.at(1).value("MEMO").isNull());
+}
+
+void DatabaseHandlerTest::changedTextIsReadAgain_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("longer") << QString("Task") << QString("Tasks");
+    QTest::newRow("shorter") << QString("Tasks") << QString("Task");
+    QTest::newRow("accent added") << QString("Cafe") << QString::fromUtf8("Café");
+    QTest::newRow("accent removed") << QString::fromUtf8("Café") << QString("Cafe");
+    QTest::newRow("other accent") << QString::fromUtf8("Café") << QString::fromUtf8("Cafè");
+    QTest::newRow("same accented") << QString::fromUtf8("Café") << QString::fromUtf8("Café");
+}
+
+void DatabaseHandlerTest::changedTextIsReadAgain()
+{
+    QFETCH(QString, stored);
+    QFETCH(QString, written);
+    TestDatabase database;
+    DatabaseHandler* handler = database.handler();
+    DOTask task = RecordBuilder::task(stored).withId("t").fromServer().withTimestamp(serverTimestamp);
+    DataObjectConverter::prepareDates(task);
+    QVERIFY(handler->insertObject(task, taskTable));
+    const QString select = QStringLiteral("SELECT id, name FROM task");
+    const QList<DataObject> first = handler->selectObjects(select);
+
+    QVERIFY(handler->executeQuery("UPDATE task SET name = ? WHERE id = 't'", {written}));
+    const QList<DataObject> second = handler->selectObjects(select);
+
+    QCOMPARE(second.value(0).value("NAME").toString(), written);
+    QCOMPARE(second.value(0).isSharedWith(first.value(0)), stored == written);
 }
 
 void DatabaseHandlerTest::insertSetsSyncFlagsAndTimestamp_data()

@@ -134,7 +134,12 @@ void DatabaseSchemaTest::openBringsOlderFileUpToDate()
     QVERIFY(indexes(database, "task").contains("TaskStateIndex:0:state"));
     QVERIFY(indexes(database, "project").contains("ProjectIdIndex:1:id"));
     QVERIFY(indexes(database, "context").contains("ContextIdIndex:1:id"));
-    QCOMPARE(log.messages(), QStringList{"Connected to the database successfully."});
+    QCOMPARE(database.committedValue("PRAGMA page_size"), QVariant(4096));
+    const QStringList messages = log.messages();
+    QCOMPARE(messages.size(), 2);
+    QCOMPARE(messages.at(0), QStringLiteral("Connected to the database successfully."));
+    QVERIFY2(messages.at(1).startsWith("Database rewritten with pages of 4096 bytes instead of 1024 in "),
+             qPrintable(messages.at(1)));
 }
 
 void DatabaseSchemaTest::duplicateProjectIdsLeaveProjectIdIndexOut()
