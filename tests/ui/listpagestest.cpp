@@ -1,3 +1,6 @@
+#include "models/sortmodel.h"
+#include "services/taskhandler.h"
+#include "store/predefineddatahelper.h"
 #include "testlib/testenvironment.h"
 #include "testlib/uiharness.h"
 
@@ -203,6 +206,16 @@ void ListPagesTest::draggedRowKeepsItsNewPlace()
     const QStringList expected{before.at(2), before.at(0), before.at(1)};
     QTRY_COMPARE(rowNames(QStringLiteral("norvelBoxList")), expected);
     QCOMPARE(m_ui.property(QStringLiteral("norvelBoxList"), "dragActive").toBool(), false);
+
+    // A model made anew reads the dragged order back from the stored list.
+    TaskHandler handler;
+    std::unique_ptr<SortModel> fresh(
+        handler.getProjectTasks(PredefinedDataHelper::instance()->norvelBoxId()).value<SortModel*>());
+    QVERIFY(fresh);
+    QStringList freshNames;
+    for (const QVariant& task : fresh->getTaskList())
+        freshNames << task.toMap().value(QStringLiteral("NAME")).toString();
+    QCOMPARE(freshNames, expected);
 
     // A new task has no place of its own yet; the dragged order of the others stays.
     QVERIFY(m_ui.click(QStringLiteral("captureField")));
