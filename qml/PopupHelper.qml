@@ -106,8 +106,56 @@ Item {
         return showTaskInfoPopup(taskToEdit ? { "objectToEdit": taskToEdit } : {})
     }
 
+    // The object whose list is open on the current page, "" at a root.
+    function currentListParentId() {
+        var page = pageLoader.currentPage
+        var list = page ? page.currentListPage : null
+        return list && list.listObject && list.listObject.ID !== undefined ? list.listObject.ID : ""
+    }
+
+    function editOrNew(objectToEdit, parentKey, parentId) {
+        var params = {}
+        if (objectToEdit)
+            params.objectToEdit = objectToEdit
+        else
+            params[parentKey] = parentId !== undefined ? parentId : currentListParentId()
+        return params
+    }
+
+    function showProjectPopup(projectToEdit, parentFolderId) {
+        return showPopup("ProjectInfoPopup", contentItem, editOrNew(projectToEdit, "parentFolderId", parentFolderId))
+    }
+
+    function showProjectInContextPopup(projectToEdit, contextId) {
+        return showPopup("ProjectInfoPopup", contentItem, editOrNew(projectToEdit, "contextId", contextId))
+    }
+
+    function showProjectPopupInitWithTask(task) {
+        return showPopup("ProjectInfoPopup", contentItem, { "taskToConvert": task })
+    }
+
+    function showDailyPlanProjectPopup(selectedDate) {
+        var time = Settings.defaultDueTime.split(":")
+        var due = new Date(Date.UTC(selectedDate.getFullYear(), selectedDate.getMonth(), selectedDate.getDate(),
+                                    Number(time[0]), Number(time[1])))
+        return showPopup("ProjectInfoPopup", contentItem, { "dueDateTime": due })
+    }
+
+    function showFolderPopup(folderToEdit, parentFolderId) {
+        return showPopup("FolderInfoPopup", contentItem, editOrNew(folderToEdit, "parentFolderId", parentFolderId))
+    }
+
+    function showContextPopup(contextToEdit, parentContextId) {
+        return showPopup("ContextInfoPopup", contentItem, editOrNew(contextToEdit, "parentContextId", parentContextId))
+    }
+
     function showTaskPreviewPopup(task) {
         return showPopup("TaskPreviewPopup", contentItem, { "taskToPreview": task })
+    }
+
+    // Params may set treeModelType; the caller places the popup with moveTo.
+    function showTreeViewPopup(params) {
+        return showPopup("TreeViewPopup", contentItem, params)
     }
 
     function showDateTimeEditPopup(params) {

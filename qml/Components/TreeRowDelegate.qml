@@ -81,7 +81,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        text: row.object ? row.object.NAME : ""
+        text: row.object ? Helper.objectDisplayName(row.object) : ""
         color: appStyle.colors.taskName
         font.bold: row.object !== undefined && row.object.FOLDER == true
         elide: Text.ElideRight

@@ -157,6 +157,15 @@ Item {
         return result.sort(function (a, b) { return a - b })
     }
 
+    // The editor takes the keys back when the picker goes.
+    function openPicker(anchor, type, currentId, onChosen) {
+        var picker = popupHelper.showTreeViewPopup({ "treeModelType": type })
+        picker.placeNear(anchor)
+        picker.selectTreeItem(currentId)
+        picker.itemChanged.connect(onChosen)
+        picker.aboutToBeDestroyed.connect(function () { content.forceActiveFocus() })
+    }
+
     function closeDateEditors() {
         if (startField.editPopup)
             startField.editPopup.destroyPopup()
@@ -281,17 +290,28 @@ Item {
         Column {
             spacing: 12
 
-            StyledLabel { text: qsTr("Project"); font.bold: true }
-            StyledLabel {
-                objectName: "projectLabel"
+            ComboBoxFragment {
+                id: projectField
+                objectName: "projectPicker"
+                width: parent.width
+                title: qsTr("Project")
                 text: ProjectHandler.getProjectNameChain(content.projectId).join(" > ")
+                onClicked: content.openPicker(projectField, "PROJECT", content.projectId, function (id) {
+                    content.projectId = id
+                })
             }
-            StyledLabel { text: qsTr("Context"); font.bold: true }
-            StyledLabel {
-                objectName: "contextLabel"
-                text: content.contextId === "" ? "—" : ContextHandler.getContextNameChain(content.contextId).join(" > ")
+            ComboBoxFragment {
+                id: contextField
+                objectName: "contextPicker"
+                width: parent.width
+                title: qsTr("Context")
+                text: content.contextId === "" ? qsTr("No context")
+                                               : ContextHandler.getContextNameChain(content.contextId).join(" > ")
+                onClicked: content.openPicker(contextField, "CONTEXT", content.contextId, function (id) {
+                    content.contextId = id
+                })
             }
-            Switch {
+            SwitchFragment {
                 objectName: "favoriteSwitch"
                 visible: !completeButton.checked
                 text: content.favorite ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")

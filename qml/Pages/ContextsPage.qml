@@ -46,22 +46,12 @@ TreeViewPage {
         menu.popup()
     }
 
-    function askContextName(title, name, onSaved) {
-        askName(title, name, qsTr("Please input context name"), onSaved)
-    }
-
     function addContext(parentId) {
-        askContextName(qsTr("New context"), "", function (name) {
-            ContextHandler.createContext({ "NAME": name, "PARENT": parentId })
-        })
+        popupHelper.showContextPopup(null, parentId)
     }
 
-    function rename(object) {
-        askContextName(qsTr("Edit"), object.NAME, function (name) {
-            var changed = storedObject(object)
-            changed.NAME = name
-            ContextHandler.updateContext(changed)
-        })
+    function edit(object) {
+        popupHelper.showContextPopup(storedObject(object))
     }
 
     function deleteObject(object) {
@@ -180,7 +170,7 @@ TreeViewPage {
             readonly property bool shown: menu.onContext
             visible: shown
             height: shown ? implicitHeight : 0
-            onActivated: page.rename(menu.object)
+            onActivated: page.edit(menu.object)
         }
         NvMenuItem {
             objectName: "contextMenuDelete"

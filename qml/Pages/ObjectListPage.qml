@@ -259,7 +259,7 @@ Item {
 
                 StyledLabel {
                     width: parent.width
-                    text: row.object.NAME
+                    text: Helper.objectDisplayName(row.object)
                     color: row.completed ? appStyle.colors.completedTask : appStyle.colors.taskName
                     font.strikeout: row.completed
                     elide: Text.ElideRight

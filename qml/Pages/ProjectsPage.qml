@@ -57,15 +57,11 @@ TreeViewPage {
     }
 
     function addFolder(parentId) {
-        askName(qsTr("New folder"), "", qsTr("Please input folder name"), function (name) {
-            ProjectHandler.createFolder({ "NAME": name, "PARENT": parentId, "FOLDER": true })
-        })
+        popupHelper.showFolderPopup(null, parentId)
     }
 
     function addProject(parentId) {
-        askName(qsTr("New project"), "", qsTr("Please input project name"), function (name) {
-            ProjectHandler.createProject({ "NAME": name, "PARENT": parentId, "FOLDER": false, "CONTEXT": "" })
-        })
+        popupHelper.showProjectPopup(null, parentId)
     }
 
     // The task editor opens with the project set, so that the new task gets its dates there too.
@@ -73,14 +69,11 @@ TreeViewPage {
         popupHelper.showTaskPopupWithProject(project.ID)
     }
 
-    function rename(object) {
-        askName(qsTr("Edit"), object.NAME,
-                isFolder(object) ? qsTr("Please input folder name") : qsTr("Please input project name"),
-                function (name) {
-                    var changed = storedObject(object)
-                    changed.NAME = name
-                    ProjectHandler.updateProject(changed)
-                })
+    function edit(object) {
+        if (isFolder(object))
+            popupHelper.showFolderPopup(storedObject(object))
+        else
+            popupHelper.showProjectPopup(storedObject(object))
     }
 
     function deleteObject(object) {
@@ -254,7 +247,7 @@ TreeViewPage {
             readonly property bool shown: menu.object !== null
             visible: shown
             height: shown ? implicitHeight : 0
-            onActivated: page.rename(menu.object)
+            onActivated: page.edit(menu.object)
         }
         NvMenuItem {
             objectName: "projectMenuDelete"

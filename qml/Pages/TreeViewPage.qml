@@ -39,15 +39,6 @@ HistoryPage {
     function openContextMenu(object) {
     }
 
-    // The name popup destroys itself once closed; onSaved gets the new name.
-    function askName(title, name, emptyNameText, onSaved) {
-        var popup = namePopupComponent.createObject(page, {
-            "title": title, "name": name, "emptyNameText": emptyNameText })
-        popup.saved.connect(onSaved)
-        popup.closed.connect(function () { popup.destroy() })
-        popup.open()
-    }
-
     function objectIcon(object) {
         return "projects.svg"
     }
@@ -234,7 +225,7 @@ HistoryPage {
         pushListPage(listPageComponent.createObject(null, {
             "model": model,
             "listObject": treeViewCurrentItem,
-            "title": treeViewCurrentItem ? treeViewCurrentItem.NAME : page.rootTitle,
+            "title": treeViewCurrentItem ? Helper.objectDisplayName(treeViewCurrentItem) : page.rootTitle,
             "emptyText": page.emptyListText
         }))
     }
@@ -307,11 +298,6 @@ HistoryPage {
     Component.onDestruction: {
         if (treeModel)
             treeModel.requestDeletion()
-    }
-
-    Component {
-        id: namePopupComponent
-        ObjectNamePopup {}
     }
 
     Component {

@@ -29,8 +29,11 @@ Popup {
 
     Rectangle {
         id: card
+        readonly property real restingY: (popup.height - height) / 2 + popup.verticalCenterOffset
+
         x: Math.round((popup.width - width) / 2)
-        y: -height
+        // A language switch evaluates every binding anew: an arrived card must stay where it is.
+        y: popup.opened ? restingY : -height
         width: popup.popupWidth
         height: popup.popupHeight
         radius: 32
@@ -47,7 +50,7 @@ Popup {
         id: slideIn
         target: card
         property: "y"
-        to: (popup.height - card.height) / 2 + popup.verticalCenterOffset
+        to: card.restingY
         duration: 500
         easing.type: Easing.OutCubic
         onFinished: popup.opened = true

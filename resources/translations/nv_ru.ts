@@ -13,6 +13,17 @@
     </message>
 </context>
 <context>
+    <name>ContextInfoPopup</name>
+    <message>
+        <source>New context</source>
+        <translation>Новый контекст</translation>
+    </message>
+    <message>
+        <source>Please input context name</source>
+        <translation>Введите название контекста</translation>
+    </message>
+</context>
+<context>
     <name>ContextsPage</name>
     <message>
         <source>Contexts</source>
@@ -21,18 +32,6 @@
     <message>
         <source>No contexts here yet.</source>
         <translation>Здесь пока нет контекстов.</translation>
-    </message>
-    <message>
-        <source>Please input context name</source>
-        <translation>Введите название контекста</translation>
-    </message>
-    <message>
-        <source>New context</source>
-        <translation>Новый контекст</translation>
-    </message>
-    <message>
-        <source>Edit</source>
-        <translation>Редактировать</translation>
     </message>
     <message>
         <source>Delete Context</source>
@@ -134,6 +133,17 @@
     <message>
         <source>The tasks, projects and contexts you mark with a star, gathered in one place.</source>
         <translation>Задачи, проекты и контексты, отмеченные звёздочкой, собраны в одном месте.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderInfoPopup</name>
+    <message>
+        <source>New folder</source>
+        <translation>Новая папка</translation>
+    </message>
+    <message>
+        <source>Please input folder name</source>
+        <translation>Введите название папки</translation>
     </message>
 </context>
 <context>
@@ -451,6 +461,60 @@
     </message>
 </context>
 <context>
+    <name>ObjectInfoContent</name>
+    <message>
+        <source>Name</source>
+        <translation>Название</translation>
+    </message>
+    <message>
+        <source>Enter name</source>
+        <translation>Введите название</translation>
+    </message>
+    <message>
+        <source>Context</source>
+        <translation>Контекст</translation>
+    </message>
+    <message>
+        <source>No context</source>
+        <translation>Без контекста</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Начало</translation>
+    </message>
+    <message>
+        <source>Due</source>
+        <translation>Срок</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Убрать из избранного</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Добавить в избранное</translation>
+    </message>
+    <message>
+        <source>Optional memo</source>
+        <translation>Заметка (необязательно)</translation>
+    </message>
+    <message>
+        <source>Enter memo</source>
+        <translation>Введите заметку</translation>
+    </message>
+</context>
+<context>
+    <name>ObjectInfoPopup</name>
+    <message>
+        <source>Save Error</source>
+        <translation>Ошибка сохранения</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Редактировать</translation>
+    </message>
+</context>
+<context>
     <name>ObjectListDelegate</name>
     <message>
         <source>Restore</source>
@@ -518,21 +582,6 @@
     <message>
         <source>Sort</source>
         <translation>Сортировка</translation>
-    </message>
-</context>
-<context>
-    <name>ObjectNamePopup</name>
-    <message>
-        <source>Save Error</source>
-        <translation>Ошибка сохранения</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Отмена</translation>
-    </message>
-    <message>
-        <source>Save</source>
-        <translation>Сохранить</translation>
     </message>
 </context>
 <context>
@@ -608,23 +657,7 @@
     </message>
 </context>
 <context>
-    <name>ProjectsPage</name>
-    <message>
-        <source>Projects</source>
-        <translation>Проекты</translation>
-    </message>
-    <message>
-        <source>No folders or projects here yet.</source>
-        <translation>Здесь пока нет папок и проектов.</translation>
-    </message>
-    <message>
-        <source>New folder</source>
-        <translation>Новая папка</translation>
-    </message>
-    <message>
-        <source>Please input folder name</source>
-        <translation>Введите название папки</translation>
-    </message>
+    <name>ProjectInfoPopup</name>
     <message>
         <source>New project</source>
         <translation>Новый проект</translation>
@@ -633,9 +666,16 @@
         <source>Please input project name</source>
         <translation>Введите название проекта</translation>
     </message>
+</context>
+<context>
+    <name>ProjectsPage</name>
     <message>
-        <source>Edit</source>
-        <translation>Редактировать</translation>
+        <source>Projects</source>
+        <translation>Проекты</translation>
+    </message>
+    <message>
+        <source>No folders or projects here yet.</source>
+        <translation>Здесь пока нет папок и проектов.</translation>
     </message>
     <message>
         <source>Delete Folder</source>
@@ -1263,6 +1303,10 @@ a start or due date first</source>
         <source>Enter memo</source>
         <translation>Введите заметку</translation>
     </message>
+    <message>
+        <source>No context</source>
+        <translation>Без контекста</translation>
+    </message>
 </context>
 <context>
     <name>TaskInfoPopup</name>
@@ -1567,6 +1611,17 @@ a start or due date first</source>
     <message>
         <source>Add</source>
         <translation>Добавить</translation>
+    </message>
+</context>
+<context>
+    <name>TreeViewPopup</name>
+    <message>
+        <source>Search</source>
+        <translation>Поиск</translation>
+    </message>
+    <message>
+        <source>Nothing found</source>
+        <translation>Ничего не найдено</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/logmanager.h"
 #include "core/settings.h"
+#include "models/searchsortfiltermodel.h"
 #include "platform/desktopmailhandler.h"
 #include "platform/launcherbadge.h"
 #include "store/databasehandler.h"
@@ -161,6 +162,11 @@ QString Helper::toUtcString(const QVariant& dateTime, const QString& language) c
     const QString timePart =
         locale.toString(wallClock.time(), isRussian ? QStringLiteral("h:mm") : QStringLiteral("h:mm AP"));
     return (isRussian ? QStringLiteral("%1 %2") : QStringLiteral("%1, %2")).arg(datePart, timePart);
+}
+
+QString Helper::objectDisplayName(const QVariantMap& object) const
+{
+    return SearchSortFilterModel::displayedName(object);
 }
 
 QVariantList Helper::handleRecentProjectList(const QVariantList& list, const QVariantMap& newProject) const

@@ -44,6 +44,9 @@ public:
     // keeps the first maxRecentProjects entries.
     Q_INVOKABLE QVariantList handleRecentProjectList(const QVariantList& list,
                                                      const QVariantMap& newProject) const;
+    // The pseudo-objects keep English names in their maps; the interface shows them in its language.
+    // Bindings that call this are evaluated anew when the engine retranslates.
+    Q_INVOKABLE QString objectDisplayName(const QVariantMap& object) const;
     // A single-shot QTimer that deletes itself once it has fired.
     Q_INVOKABLE QVariant getTemporaryTimer() const;
 

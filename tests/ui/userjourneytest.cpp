@@ -1,4 +1,5 @@
 #include "core/guimanager.h"
+#include "core/settings.h"
 #include "store/datamanager.h"
 #include "testlib/recordbuilder.h"
 #include "testlib/testenvironment.h"
@@ -12,9 +13,9 @@
 #include <QStyleHints>
 #include <QtTest>
 
-// The way a new user goes: capture a task, sort it into a project inside a folder and give it a
-// context and a date, find it on the daily plan of that date and complete it there, with its undo.
-// Project, context and due date are set through the task service, as the task editor would set them.
+// The way a new user goes, all by hand: capture a task, make a folder, a project and a context, give
+// the task its project, context and date in the editor, find it on the daily plan of that date and
+// complete it there, with its undo.
 class UserJourneyTest : public QObject
 {
     Q_OBJECT
@@ -23,7 +24,7 @@ private slots:
     void initTestCase();
     void foldersAndProjectsAreMadeInTheTree();
     void nestedContextListsItsContextsAndTasks();
-    void taskSortedIntoAProjectShowsThere();
+    void taskCapturedInTheBoxIsSortedInItsEditor();
     void taskDueTomorrowIsCompletedFromTheDailyPlan();
     void repeatingTaskShowsOnTheDaysOfItsRule();
     void foldersNestNoDeeperThanEightLevels();
@@ -33,8 +34,10 @@ private:
     QObject* service(const char* name) const;
     QVariantMap call(const char* serviceName, const char* method, const QVariant& argument) const;
     bool rightClick(const QString& objectName);
-    bool createFromMenu(const QString& menuItem, const QString& name);
-    bool namePopupClosed() const;
+    bool createFromMenu(const QString& menuItem, const QString& popup, const QString& name);
+    bool opened(const QString& popup) const;
+    bool infoPopupClosed() const;
+    bool pick(const QString& picker, const QStringList& rows);
     bool showDay(const QDate& date);
     QString currentListTitle() const;
     bool listShows(const QString& name) const;
@@ -73,20 +76,38 @@ bool UserJourneyTest::rightClick(const QString& objectName)
 }
 
 // Opens nothing itself: the menu must be showing.
-bool UserJourneyTest::createFromMenu(const QString& menuItem, const QString& name)
+bool UserJourneyTest::createFromMenu(const QString& menuItem, const QString& popup, const QString& name)
 {
-    if (!m_ui.click(menuItem))
+    if (!m_ui.click(menuItem) || !opened(popup))
         return false;
-    QObject* field = m_ui.object(QStringLiteral("nameField"));
+    QObject* field = m_ui.object(QStringLiteral("objectNameField"));
     if (!field)
         return false;
     field->setProperty("text", name);
-    return m_ui.click(QStringLiteral("nameSaveButton")) && namePopupClosed();
+    return m_ui.click(QStringLiteral("editorSaveButton")) && infoPopupClosed();
 }
 
-bool UserJourneyTest::namePopupClosed() const
+// Slid in and ready for clicks.
+bool UserJourneyTest::opened(const QString& popup) const
 {
-    return QTest::qWaitFor([this] { return !m_ui.property("objectNamePopup", "visible").toBool(); });
+    return QTest::qWaitFor([&] { return m_ui.property(popup, "opened").toBool(); });
+}
+
+bool UserJourneyTest::infoPopupClosed() const
+{
+    return QTest::qWaitFor([this] { return !m_ui.object(QStringLiteral("editorSaveButton")); });
+}
+
+// Opens the picker and clicks its rows in turn; the last one is taken.
+bool UserJourneyTest::pick(const QString& picker, const QStringList& rows)
+{
+    if (!m_ui.click(picker))
+        return false;
+    for (const QString& row : rows) {
+        if (!m_ui.click(QStringLiteral("pickerRow_") + row))
+            return false;
+    }
+    return QTest::qWaitFor([this] { return !m_ui.object(QStringLiteral("TreeViewPopup")); });
 }
 
 bool UserJourneyTest::showDay(const QDate& date)
@@ -127,19 +148,26 @@ void UserJourneyTest::foldersAndProjectsAreMadeInTheTree()
 
     QVERIFY(m_ui.click(QStringLiteral("treeMenuButton")));
     QVERIFY(m_ui.click(QStringLiteral("projectMenuAddFolder")));
-    QVERIFY(m_ui.click(QStringLiteral("nameSaveButton")));
-    QTRY_VERIFY(m_ui.item(QStringLiteral("nameError"))->isVisible());
-    QVERIFY(m_ui.text(QStringLiteral("nameError")).endsWith(QStringLiteral("Please input folder name")));
-    m_ui.object(QStringLiteral("nameField"))->setProperty("text", QStringLiteral("Home"));
+    QVERIFY(opened(QStringLiteral("FolderInfoPopup")));
+    QCOMPARE(m_ui.text(QStringLiteral("editorTitle")), QStringLiteral("New folder"));
+    QVERIFY(m_ui.click(QStringLiteral("editorSaveButton")));
+    QVERIFY(opened(QStringLiteral("MessagePopup")));
+    QCOMPARE(m_ui.text(QStringLiteral("MessagePopupTitle")), QStringLiteral("Save Error"));
+    QCOMPARE(m_ui.property(QStringLiteral("MessagePopup"), "messageText").toString(),
+             QStringLiteral("Please input folder name"));
+    QVERIFY(m_ui.click(QStringLiteral("MessagePopupAcceptButton")));
+    QTRY_VERIFY(!m_ui.item(QStringLiteral("MessagePopup")));
+    m_ui.object(QStringLiteral("objectNameField"))->setProperty("text", QStringLiteral("Home"));
     // A second click on the same spot would be a double click, which a button does not take.
     QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
-    QVERIFY(m_ui.click(QStringLiteral("nameSaveButton")));
-    QVERIFY(namePopupClosed());
+    QVERIFY(m_ui.click(QStringLiteral("editorSaveButton")));
+    QVERIFY(infoPopupClosed());
     QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Home")));
     QVERIFY(listShows(QStringLiteral("Home")));
 
     QVERIFY(rightClick(QStringLiteral("treeRow_Home")));
-    QVERIFY(createFromMenu(QStringLiteral("projectMenuAddProject"), QStringLiteral("Renovation")));
+    QVERIFY(createFromMenu(QStringLiteral("projectMenuAddProject"), QStringLiteral("ProjectInfoPopup"),
+                           QStringLiteral("Renovation")));
     QVERIFY(m_ui.click(QStringLiteral("treeRow_Home")));
     QCOMPARE(currentListTitle(), QStringLiteral("Home"));
     QTRY_VERIFY(listShows(QStringLiteral("Renovation")));
@@ -167,12 +195,21 @@ void UserJourneyTest::nestedContextListsItsContextsAndTasks()
 {
     QVERIFY(m_ui.click(QStringLiteral("ContextsPageButton")));
     QVERIFY(m_ui.click(QStringLiteral("treeMenuButton")));
-    QVERIFY(createFromMenu(QStringLiteral("contextMenuAddContext"), QStringLiteral("Errands")));
+    QVERIFY(createFromMenu(QStringLiteral("contextMenuAddContext"), QStringLiteral("ContextInfoPopup"),
+                           QStringLiteral("Errands")));
     QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Errands")));
     QVERIFY(rightClick(QStringLiteral("treeRow_Errands")));
     QCOMPARE(m_ui.property(QStringLiteral("contextMenuAddContext"), "label").toString(),
              QStringLiteral("Add nested context"));
-    QVERIFY(createFromMenu(QStringLiteral("contextMenuAddContext"), QStringLiteral("Hardware store")));
+    QVERIFY(createFromMenu(QStringLiteral("contextMenuAddContext"), QStringLiteral("ContextInfoPopup"),
+                           QStringLiteral("Hardware store")));
+    QVERIFY(rightClick(QStringLiteral("treeRow_Errands")));
+    QVERIFY(m_ui.click(QStringLiteral("contextMenuEdit")));
+    QVERIFY(opened(QStringLiteral("ContextInfoPopup")));
+    QCOMPARE(m_ui.text(QStringLiteral("editorTitle")), QStringLiteral("Edit"));
+    QCOMPARE(m_ui.text(QStringLiteral("objectNameField")), QStringLiteral("Errands"));
+    QVERIFY(m_ui.click(QStringLiteral("editorCancelButton")));
+    QVERIFY(infoPopupClosed());
 
     m_contextId =
         m_ui.item(QStringLiteral("treeRow_Errands"))->property("object").toMap().value("ID").toString();
@@ -181,32 +218,71 @@ void UserJourneyTest::nestedContextListsItsContextsAndTasks()
     QTRY_VERIFY(listShows(QStringLiteral("Hardware store")));
 }
 
-void UserJourneyTest::taskSortedIntoAProjectShowsThere()
+void UserJourneyTest::taskCapturedInTheBoxIsSortedInItsEditor()
 {
-    QVariantMap task = RecordBuilder::task(m_taskName).inParent(QString::fromLatin1(RecordBuilder::inboxId));
-    bool created = false;
-    QMetaObject::invokeMethod(service("TaskHandler"), "createTask", Q_RETURN_ARG(bool, created),
-                              Q_ARG(QVariantMap, task));
-    QVERIFY(created);
-    m_taskId = DataManager::instance()->lastCreatedObjectId();
-    task = call("TaskHandler", "getTaskById", m_taskId);
-    QVERIFY(!task.isEmpty());
+    QVERIFY(m_ui.click(QStringLiteral("NorvelBoxPageButton")));
+    QVERIFY(m_ui.click(QStringLiteral("captureField")));
+    for (const QChar letter : m_taskName)
+        QTest::keyClick(m_ui.window(), letter.toLatin1());
+    m_ui.pressKey(Qt::Key_Return);
+    QTRY_VERIFY(m_ui.item(QStringLiteral("task_") + m_taskName));
+    // New rows slide into place first.
+    QTest::qWait(300);
+    QQuickItem* row = m_ui.item(QStringLiteral("task_") + m_taskName);
+    m_taskId = row->property("task").toMap().value(QStringLiteral("ID")).toString();
+    QTest::mouseDClick(m_ui.window(), Qt::LeftButton, Qt::NoModifier,
+                       row->mapToScene(QPointF(row->width() * 0.75, row->height() / 2)).toPoint());
+    QVERIFY(m_ui.click(QStringLiteral("previewEditButton")));
+    QVERIFY(opened(QStringLiteral("TaskInfoPopup")));
+    QVERIFY(m_ui.click(QStringLiteral("metadataTab")));
 
-    task.insert(QStringLiteral("PARENT"), m_projectId);
-    task.insert(QStringLiteral("CONTEXT"), m_contextId);
-    task.insert(QStringLiteral("DUE"), wallClock(QDate::currentDate().addDays(1), QTime(18, 0)));
-    bool updated = false;
-    QMetaObject::invokeMethod(service("TaskHandler"), "updateTask", Q_RETURN_ARG(bool, updated),
-                              Q_ARG(QVariantMap, task));
-    QVERIFY(updated);
+    // A folder row only opens; the project inside it is taken.
+    QVERIFY(pick(QStringLiteral("projectPicker"), {QStringLiteral("Home"), QStringLiteral("Renovation")}));
+    QCOMPARE(m_ui.text(QStringLiteral("projectPickerText")), QStringLiteral("Home > Renovation"));
+    // The search field has the keys: Return takes the first match.
+    QVERIFY(m_ui.click(QStringLiteral("contextPicker")));
+    for (const QChar letter : QStringLiteral("err"))
+        QTest::keyClick(m_ui.window(), letter.toLatin1());
+    QTRY_VERIFY(m_ui.item(QStringLiteral("pickerSearchRow_Errands")));
+    m_ui.pressKey(Qt::Key_Return);
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TreeViewPopup")));
+    QCOMPARE(m_ui.text(QStringLiteral("contextPickerText")), QStringLiteral("Errands"));
 
-    // The open context list follows the change at once.
-    QTRY_VERIFY(listShows(m_taskName));
+    // The fixed rows follow a language switch while the picker is open.
+    QVERIFY(m_ui.click(QStringLiteral("projectPicker")));
+    QVERIFY(m_ui.item(QStringLiteral("pickerRow_One Step Actions")));
+    Settings::instance()->setApplicationLanguage(QStringLiteral("ru"));
+    GuiManager::instance()->reloadTranslations();
+    QTRY_VERIFY(m_ui.item(QStringLiteral("pickerRow_Одношаговые действия")));
+    Settings::instance()->setApplicationLanguage(QStringLiteral("en"));
+    GuiManager::instance()->reloadTranslations();
+    m_ui.pressKey(Qt::Key_Escape);
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TreeViewPopup")));
 
+    QVERIFY(m_ui.click(QStringLiteral("generalTab")));
+    QVERIFY(m_ui.click(QStringLiteral("dueDateField")));
+    QVERIFY(m_ui.click(QStringLiteral("tomorrowButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("DateTimeEditPopup")));
+    QVERIFY(m_ui.click(QStringLiteral("editorSaveButton")));
+    QTRY_VERIFY(!m_ui.object(QStringLiteral("TaskInfoPopup")));
+
+    const QVariantMap task = call("TaskHandler", "getTaskById", m_taskId);
+    QCOMPARE(task.value(QStringLiteral("PARENT")).toString(), m_projectId);
+    QCOMPARE(task.value(QStringLiteral("CONTEXT")).toString(), m_contextId);
+    QCOMPARE(task.value(QStringLiteral("DUE")).toDateTime().toUTC().date(), QDate::currentDate().addDays(1));
+    QTRY_VERIFY(!m_ui.item(QStringLiteral("task_") + m_taskName));
+
+    // The root holds a copy of the project by the same name: the folder's list leads to the right one.
     QVERIFY(m_ui.click(QStringLiteral("ProjectsPageButton")));
-    QVERIFY(m_ui.click(QStringLiteral("treeRow_Renovation")));
-    QCOMPARE(currentListTitle(), QStringLiteral("Renovation"));
-    QVERIFY(listShows(m_taskName));
+    QVERIFY(m_ui.click(QStringLiteral("treeRow_Home")));
+    QTRY_VERIFY(listShows(QStringLiteral("Renovation")));
+    QTest::qWait(300);
+    QQuickItem* projectRow = m_ui.item(QStringLiteral("listRow_Renovation"));
+    QTest::mouseDClick(
+        m_ui.window(), Qt::LeftButton, Qt::NoModifier,
+        projectRow->mapToScene(QPointF(projectRow->width() / 2, projectRow->height() / 2)).toPoint());
+    QTRY_COMPARE(currentListTitle(), QStringLiteral("Renovation"));
+    QTRY_VERIFY(listShows(m_taskName));
 }
 
 void UserJourneyTest::taskDueTomorrowIsCompletedFromTheDailyPlan()
