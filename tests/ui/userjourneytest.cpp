@@ -36,6 +36,7 @@ private:
     bool rightClick(const QString& objectName);
     bool createFromMenu(const QString& menuItem, const QString& popup, const QString& name);
     bool opened(const QString& popup) const;
+    bool doubleClick(const QString& objectName);
     bool infoPopupClosed() const;
     bool pick(const QString& picker, const QStringList& rows);
     bool showDay(const QDate& date);
@@ -85,6 +86,25 @@ bool UserJourneyTest::createFromMenu(const QString& menuItem, const QString& pop
         return false;
     field->setProperty("text", name);
     return m_ui.click(QStringLiteral("editorSaveButton")) && infoPopupClosed();
+}
+
+// Rows slide into place after a change of their list: the click waits until the row stands still.
+bool UserJourneyTest::doubleClick(const QString& objectName)
+{
+    QQuickItem* target = m_ui.item(objectName);
+    if (!target)
+        return false;
+    QPointF last(-1, -1);
+    const bool still = QTest::qWaitFor([&] {
+        const QPointF now = target->mapToScene(QPointF(target->width() * 0.75, target->height() / 2));
+        const bool same = now == last;
+        last = now;
+        QTest::qWait(100);
+        return same;
+    });
+    if (still)
+        QTest::mouseDClick(m_ui.window(), Qt::LeftButton, Qt::NoModifier, last.toPoint());
+    return still;
 }
 
 // Slid in and ready for clicks.
@@ -226,12 +246,9 @@ void UserJourneyTest::taskCapturedInTheBoxIsSortedInItsEditor()
         QTest::keyClick(m_ui.window(), letter.toLatin1());
     m_ui.pressKey(Qt::Key_Return);
     QTRY_VERIFY(m_ui.item(QStringLiteral("task_") + m_taskName));
-    // New rows slide into place first.
-    QTest::qWait(300);
-    QQuickItem* row = m_ui.item(QStringLiteral("task_") + m_taskName);
-    m_taskId = row->property("task").toMap().value(QStringLiteral("ID")).toString();
-    QTest::mouseDClick(m_ui.window(), Qt::LeftButton, Qt::NoModifier,
-                       row->mapToScene(QPointF(row->width() * 0.75, row->height() / 2)).toPoint());
+    m_taskId =
+        m_ui.item(QStringLiteral("task_") + m_taskName)->property("task").toMap().value("ID").toString();
+    QVERIFY(doubleClick(QStringLiteral("task_") + m_taskName));
     QVERIFY(m_ui.click(QStringLiteral("previewEditButton")));
     QVERIFY(opened(QStringLiteral("TaskInfoPopup")));
     QVERIFY(m_ui.click(QStringLiteral("metadataTab")));
@@ -276,11 +293,7 @@ void UserJourneyTest::taskCapturedInTheBoxIsSortedInItsEditor()
     QVERIFY(m_ui.click(QStringLiteral("ProjectsPageButton")));
     QVERIFY(m_ui.click(QStringLiteral("treeRow_Home")));
     QTRY_VERIFY(listShows(QStringLiteral("Renovation")));
-    QTest::qWait(300);
-    QQuickItem* projectRow = m_ui.item(QStringLiteral("listRow_Renovation"));
-    QTest::mouseDClick(
-        m_ui.window(), Qt::LeftButton, Qt::NoModifier,
-        projectRow->mapToScene(QPointF(projectRow->width() / 2, projectRow->height() / 2)).toPoint());
+    QVERIFY(doubleClick(QStringLiteral("listRow_Renovation")));
     QTRY_COMPARE(currentListTitle(), QStringLiteral("Renovation"));
     QTRY_VERIFY(listShows(m_taskName));
 }
