@@ -119,7 +119,7 @@ void ListClipboardTest::cleanup()
 void ListClipboardTest::cutTaskIsPastedIntoAnotherProjectUnderItsOldId()
 {
     QVERIFY(rightClick(QStringLiteral("listRow_") + m_taskName));
-    QVERIFY(m_ui.click(QStringLiteral("levelRowCut")));
+    QVERIFY(m_ui.click(QStringLiteral("taskMenuCut")));
     QTRY_VERIFY(!listShows(m_taskName));
     QCOMPARE(task().value("STATE").toInt(), 1);
 
