@@ -116,17 +116,18 @@ TaskListPage {
         id: levelHeader
 
         Rectangle {
+            id: band
             width: objectListPage.width
             height: appStyle.pages.sectionHeaderHeight + 10
             color: appStyle.pages.listHeaderBackground
 
             StyledLabel {
                 objectName: "levelListTitle"
-                anchors.left: parent.left
+                anchors.left: band.left
                 anchors.leftMargin: 16
-                anchors.right: parent.right
+                anchors.right: band.right
                 anchors.rightMargin: 40
-                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenter: band.verticalCenter
                 text: objectListPage.title
                 color: appStyle.pages.listHeaderText
                 font.pixelSize: 15
@@ -135,16 +136,17 @@ TaskListPage {
             }
 
             StyledLabel {
+                id: menuButton
                 objectName: "levelListMenuButton"
-                anchors.right: parent.right
+                anchors.right: band.right
                 anchors.rightMargin: 16
-                anchors.verticalCenter: parent.verticalCenter
+                anchors.verticalCenter: band.verticalCenter
                 text: "\u2026"
                 color: appStyle.pages.listHeaderText
                 font.pixelSize: 20
 
                 MouseArea {
-                    anchors.fill: parent
+                    anchors.fill: menuButton
                     anchors.margins: -6
                     onClicked: listMenu.popup()
                 }
