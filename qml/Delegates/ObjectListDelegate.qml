@@ -59,12 +59,15 @@ DraggableDelegate {
         save(changed)
     }
 
+    // What lies in the trash is restored, not pasted.
     function copy() {
-        ObjectClipboard.copyObject(storedObject())
+        if (!trashMode)
+            ObjectClipboard.copyObject(storedObject())
     }
 
     function cut() {
-        ObjectClipboard.cutObject(storedObject())
+        if (!trashMode)
+            ObjectClipboard.cutObject(storedObject())
     }
 
     function edit() {
@@ -74,10 +77,6 @@ DraggableDelegate {
             popupHelper.showProjectPopup(storedObject())
         else
             popupHelper.showContextPopup(storedObject())
-    }
-
-    function showProperties() {
-        edit()
     }
 
     function toggleCompleted() {

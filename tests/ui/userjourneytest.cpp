@@ -377,6 +377,7 @@ void UserJourneyTest::taskDueTomorrowIsCompletedFromTheDailyPlan()
     QVERIFY(m_ui.click(QStringLiteral("backButton")));
     QTRY_VERIFY(m_ui.item(QStringLiteral("sectionTitle_4")));
     QVERIFY(!listShows(m_taskName));
+    QTest::qWait(250);
     QVERIFY(m_ui.click(QStringLiteral("sectionHeader_4")));
     QTRY_VERIFY(listShows(m_taskName));
 }
