@@ -171,7 +171,8 @@ QStringList UserJourneyTest::currentListNames() const
 QPoint UserJourneyTest::rowPoint(const QString& name, qreal heightRatio) const
 {
     QQuickItem* row = m_ui.item(QStringLiteral("listRow_") + name);
-    return row ? row->mapToScene(QPointF(row->width() * 0.3, row->height() * heightRatio)).toPoint() : QPoint();
+    return row ? row->mapToScene(QPointF(row->width() * 0.3, row->height() * heightRatio)).toPoint()
+               : QPoint();
 }
 
 // Held until the row lifts, then moved in steps into the upper part of the target: a place above it.
@@ -417,10 +418,13 @@ void UserJourneyTest::projectTasksAreSelectedDeletedAndReordered()
     QVERIFY(dragRowAbove(before.at(2), before.at(0)));
     const QStringList dragged{before.at(2), before.at(0), before.at(1)};
     QTRY_COMPARE(currentListNames().mid(0, 3), dragged);
-    SortedListInfo stored = DataManager::instance()->getSortedListInfo(m_projectId, SortingNamespace::ListTypeProject);
+    SortedListInfo stored =
+        DataManager::instance()->getSortedListInfo(m_projectId, SortingNamespace::ListTypeProject);
     QCOMPARE(stored.sortingType, SortingNamespace::ManualType);
-    QVERIFY(stored.orderHash.value(ids.value(dragged.at(0))) < stored.orderHash.value(ids.value(dragged.at(1))));
-    QVERIFY(stored.orderHash.value(ids.value(dragged.at(1))) < stored.orderHash.value(ids.value(dragged.at(2))));
+    QVERIFY(stored.orderHash.value(ids.value(dragged.at(0))) <
+            stored.orderHash.value(ids.value(dragged.at(1))));
+    QVERIFY(stored.orderHash.value(ids.value(dragged.at(1))) <
+            stored.orderHash.value(ids.value(dragged.at(2))));
 
     QVERIFY(m_ui.click(QStringLiteral("DailyPlanPageButton")));
     QVERIFY(showDay(day));
@@ -431,7 +435,8 @@ void UserJourneyTest::projectTasksAreSelectedDeletedAndReordered()
     stored = DataManager::instance()->getSortedListInfo(day.toString(QStringLiteral("ddMMyyyy")),
                                                         SortingNamespace::ListTypeDailyPlan);
     QCOMPARE(stored.sortingType, SortingNamespace::ManualType);
-    QVERIFY(stored.orderHash.value(ids.value(planned.at(1))) < stored.orderHash.value(ids.value(planned.at(0))));
+    QVERIFY(stored.orderHash.value(ids.value(planned.at(1))) <
+            stored.orderHash.value(ids.value(planned.at(0))));
 }
 
 void UserJourneyTest::repeatingTaskShowsOnTheDaysOfItsRule()
