@@ -124,8 +124,8 @@ shoot projects-light 1 "#1E88E5" en "$projects_home"
 shoot projects-dark 2 "#73ABFC" en "$projects_home"
 shoot contexts-light 1 "#1E88E5" en "$contexts_errands"
 shoot contexts-dark 2 "#73ABFC" en "$contexts_errands"
-# A project's task list with the context menu of its first task: cut and copy.
-shoot project-row-menu-light 1 "#1E88E5" en "$projects_home;220 132;600 143 3"
+# A project's task list, under its "3 tasks" header, with the context menu of its first task.
+shoot project-row-menu-light 1 "#1E88E5" en "$projects_home;220 132;600 175 3"
 # The tool bar's add button, on the inbox, opens the editor of a new inbox task.
 add_button="$norvel_box_button;408 54"
 shoot task-editor-light 1 "#1E88E5" en "$add_button" "Prepare the quarterly report"

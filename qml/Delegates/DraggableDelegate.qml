@@ -23,10 +23,11 @@ Item {
     property bool dragEnabled: listPage ? listPage.dragEnabled : false
     property bool dragInEnabled: false
     property bool dropDisabled: false
-    property real dragXHotSpot: width / 2
+    property real grabOffsetX: 0
+    property real grabOffsetY: 0
+    property real dragXHotSpot: grabOffsetX
     property real dragX: 0
     property real dragY: 0
-    property real grabOffsetY: 0
 
     signal itemMoved()
 
@@ -34,27 +35,33 @@ Item {
         FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", [analyticsCategory, action])
     }
 
+    // The row floats over the whole page content, so that it can reach the tree or a calendar day
+    // beside its list.
     function startDrag() {
         if (!listPage || !dragEnabled)
             return
         currentItemIndex = delegateIndex
+        grabOffsetX = draggable.pressX
         grabOffsetY = draggable.pressY
         listPage.beginDrag()
-        var topLeft = mapToItem(listPage, 0, 0)
-        parent = listPage
+        var topLeft = mapToItem(mainWindow.pageContent, 0, 0)
+        parent = mainWindow.pageContent
         x = topLeft.x
         y = topLeft.y
         z = 10
+        opacity = 0.85
         draggable.dragging = true
     }
 
     function followPointer(mouse) {
         if (!draggable.dragging)
             return
-        var point = draggable.mapToItem(listPage, mouse.x, mouse.y)
+        var point = draggable.mapToItem(mainWindow.pageContent, mouse.x, mouse.y)
+        x = point.x - grabOffsetX
         y = point.y - grabOffsetY
-        dragX = point.x
-        dragY = point.y
+        var onPage = draggable.mapToItem(listPage, mouse.x, mouse.y)
+        dragX = onPage.x
+        dragY = onPage.y
         listPage.listItemDragCoorChanged(dragX, dragY)
     }
 
@@ -63,9 +70,14 @@ Item {
             return
         var accepted = Drag.drop() !== Qt.IgnoreAction
         draggable.dragging = false
+        opacity = 1
         listDelegate.takeBackContent()
-        if (!accepted)
-            listPage.dragActive = false
+        var page = listPage
+        // A row of the list ends the drag itself; the tree and the calendar leave it to us.
+        if (accepted)
+            FunctionHelper.delayFunctionCall(10, function () { page.dragActive = false })
+        else
+            page.dragActive = false
     }
 
     // Derived rows narrow these two.
@@ -89,6 +101,7 @@ Item {
             page.dragActive = false
             source.itemMoved()
             page.model.moveItem(sourceIndex, targetIndex)
+            page.itemMovedByUser()
         })
         return true
     }
@@ -119,7 +132,7 @@ Item {
     Drag.source: delegate
     Drag.keys: [dragKey]
     Drag.hotSpot.x: dragXHotSpot
-    Drag.hotSpot.y: height / 2
+    Drag.hotSpot.y: grabOffsetY
 
     DraggableItem {
         id: draggable

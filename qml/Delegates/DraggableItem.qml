@@ -12,6 +12,7 @@ Rectangle {
     readonly property bool hovered: mouseArea.containsMouse
     readonly property alias pressed: mouseArea.pressed
     property bool dragging: false
+    property real pressX: 0
     property real pressY: 0
 
     signal positionChanged(var mouse)
@@ -44,6 +45,7 @@ Rectangle {
         hoverEnabled: true
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onPressed: {
+            item.pressX = mouse.x
             item.pressY = mouse.y
             if (item.dragEnabled && mouse.button === Qt.LeftButton)
                 holdTimer.restart()

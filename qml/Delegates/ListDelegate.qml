@@ -23,6 +23,8 @@ Item {
                                           && (index === 0 ? listPage.showMainSectionHeader
                                                           : ListView.previousSection !== ListView.section)
     readonly property bool collapsed: listPage.collapsedSections[section] === true
+    // The group of the daily plan a row stands in; undefined in other lists.
+    readonly property var dailyPlanGroup: model.dailyPlanRole
     property bool dropInside: false
 
     function switchDescription() { FunctionHelper.callIfProvided(contentItem, "switchDescription") }
@@ -61,10 +63,12 @@ Item {
 
     Item {
         id: contentHolder
+        objectName: "listRow_" + (listDelegate.itemObject && listDelegate.itemObject.NAME !== undefined
+                                  ? listDelegate.itemObject.NAME : "")
         anchors.top: sectionHeader.bottom
         width: parent.width
         height: listDelegate.collapsed || !contentLoader.item ? 0 : contentLoader.item.height
-        clip: listDelegate.collapsed
+        visible: !listDelegate.collapsed
 
         Loader {
             id: contentLoader

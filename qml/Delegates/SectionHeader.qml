@@ -15,6 +15,7 @@ Rectangle {
     color: appStyle.pages.sectionHeaderBackground
 
     StyledLabel {
+        objectName: "sectionTitle_" + header.section
         anchors.left: parent.left
         anchors.leftMargin: 16
         anchors.verticalCenter: parent.verticalCenter

@@ -13,6 +13,8 @@ DraggableDelegate {
     readonly property string memo: task.MEMO !== undefined && task.MEMO !== null ? task.MEMO : ""
     readonly property bool completed: task.STATE === COMPLETED_OBJECT_STATE
     readonly property bool isRepeatedTask: task.REPEATED !== undefined
+    // On the daily plan: started, and not due on the plan's day.
+    readonly property bool alsoAvailable: listDelegate !== null && listDelegate.dailyPlanGroup === 2
     readonly property bool trashMode: listPage ? listPage.trashMode === true : false
     readonly property bool showButtons: (hovered || isSelected || isCurrent) && !trashMode && !completed
     property bool memoOpen: false
@@ -76,8 +78,12 @@ DraggableDelegate {
         return Math.max(0, 14 - wholeDays)
     }
 
+    // A shallow copy: dates stay dates, which a round trip through JSON would turn into text.
     function copyOfTask() {
-        return JSON.parse(JSON.stringify(task))
+        var copy = {}
+        for (var key in task)
+            copy[key] = task[key]
+        return copy
     }
 
     function save(changed, onlyDatesModified) {
@@ -200,17 +206,52 @@ DraggableDelegate {
             sidePanel.openContextPage(context, task)
     }
 
+    // An also-available row is not reordered among the day's own rows: dropped there, it becomes
+    // due on that day instead.
     function handleDragEntered(source) {
         return source.completed === completed && source.dragKey === dragKey
     }
 
     function handleDrop(source, dropInside) {
+        if (source.alsoAvailable && !alsoAvailable) {
+            if (listPage.dayDate)
+                source.changeDueDate(listPage.dayDate)
+            listPage.dragActive = false
+            return true
+        }
         var moved = __handleDrop(source, dropInside)
         if (moved && listPage.listView.currentIndex !== -1) {
             var target = delegateIndex
             FunctionHelper.delayFunctionCall(20, function () { listPage.setCurrentIndex(target) })
         }
         return moved
+    }
+
+    function wallClock(date, hours, minutes) {
+        return new Date(Date.UTC(date.getFullYear(), date.getMonth(), date.getDate(), hours, minutes))
+    }
+
+    // The due date moves to the day at its old time; a start at or after it, or of a repeating
+    // task, follows (a monthly rule keeps the start's own day of the month).
+    function changeDueDate(newDate) {
+        var changed = isRepeatedTask ? TaskHandler.getTaskById(task.ID) : copyOfTask()
+        var defaultTime = Settings.defaultDueTime.split(":")
+        var oldDue = changed.DUE ? new Date(changed.DUE) : null
+        var hours = oldDue ? oldDue.getUTCHours() : Number(defaultTime[0])
+        var minutes = oldDue ? oldDue.getUTCMinutes() : Number(defaultTime[1])
+        var due = wallClock(newDate, hours, minutes)
+        changed.DUE = due
+        var start = changed.START ? new Date(changed.START) : null
+        if (start && (start >= due || changed.PERIOD)) {
+            var monthly = changed.PERIOD && changed.PERIOD.charAt(0) === "m"
+            var startDay = monthly && oldDue && oldDue.getUTCDate() === newDate.getDate()
+                    ? new Date(newDate.getFullYear(), newDate.getMonth(), start.getUTCDate(), 12) : newDate
+            changed.START = wallClock(startDay, start.getUTCHours(), start.getUTCMinutes())
+        }
+        FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["DP_TASK", "MOVED_TASK_DAY"])
+        listPage.addTransitionEnabled = false
+        objectUpdater.updateTask(changed)
+        listPage.addTransitionEnabled = true
     }
 
     function handleDoubleClick(mouse) {
@@ -235,7 +276,7 @@ DraggableDelegate {
 
     Rectangle {
         id: checkBox
-        objectName: "completeCheckBox_" + row.taskName
+        objectName: "completeBox_" + row.taskName
         x: 16
         y: column.y + (nameLabel.height - height) / 2
         width: 20

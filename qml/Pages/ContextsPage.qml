@@ -28,6 +28,10 @@ TreeViewPage {
         return ContextHandler.getContextChildren(object.ID)
     }
 
+    function listsOnlyTasks(object) {
+        return isNoContext(object)
+    }
+
     function objectIcon(object) {
         return "contexts.svg"
     }

@@ -52,6 +52,7 @@ HistoryPage {
             "model": TaskHandler.getDayTasks(date),
             "title": dayTitle(date),
             "emptyText": emptyDayText(date),
+            "dayDate": date,
             "collapsedSections": collapsedSections
         })
         dayStack.replace(null, currentListPage, {}, StackView.Immediate)
@@ -91,6 +92,15 @@ HistoryPage {
         if (!target || isNaN(target.getTime()))
             return
         setDate(new Date(target.getFullYear(), target.getMonth(), target.getDate(), 12))
+        if (!task || task.ID === undefined)
+            return
+        var listPage = currentListPage
+        FunctionHelper.callAfterProcessEventQueue(function () {
+            var index = listPage.model.getIndexByObjectId(task.ID)
+            listPage.setCurrentIndex(index)
+            if (!onlySelect && index !== -1)
+                popupHelper.showEditTaskPopup(task)
+        })
     }
 
     function handleBackAction() {
@@ -154,8 +164,10 @@ HistoryPage {
     function showSortingPopup(listPage) {
         var popup = FunctionHelper.callIfProvided(popupHelper, "showSortingPopup",
                                                   [Qt.formatDate(selectedDate, "ddMMyyyy"), SortingEnums.ListTypeDailyPlan])
-        if (popup)
-            popup.sortingTypeChanged.connect(listPage.model.sort)
+        if (!popup)
+            return
+        popup.manualModeRequested.connect(listPage.showManualSortingAnimation)
+        popup.sortingTypeChanged.connect(listPage.model.sort)
     }
 
     function refresh() {
@@ -215,15 +227,9 @@ HistoryPage {
     Component {
         id: listPageComponent
         ObjectListPage {
-            sectioned: true
             onPasteActionClicked: page.pasteOnSelectedDay()
             onSortActionClicked: page.showSortingPopup(this)
-            onSectionToggled: {
-                page.collapsedSections = collapsedSections
-                FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["DP_SECTION_HEADER",
-                    (collapsed ? "CLOSE_" : "OPEN_") + (section === "4" ? "COMPLETED"
-                                                                        : section < "2" ? "ACTIVE" : "AVAILABLE")])
-            }
+            onCollapsedSectionsChanged: page.collapsedSections = collapsedSections
         }
     }
 

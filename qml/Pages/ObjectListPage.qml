@@ -1,389 +1,173 @@
 import QtQuick 2.15
-import QtQuick.Controls 2.15
 import com.kelmora.helpers 1.0
 import "../Components"
 import "../Delegates"
-import "ObjectClipboard.js" as ObjectClipboard
 
-// The objects of one level or one day: folders, projects and contexts to walk into, and tasks to
-// complete. With sections on, rows group by their daily plan group under collapsible headers.
-Item {
-    id: listPage
+// The objects of one level of the project and context pages, or of one day of the daily plan:
+// folders, projects and contexts to walk into, and tasks. A list of tasks folds into its open and
+// completed sections, a day into the groups of the plan; a level of folders or contexts has none.
+TaskListPage {
+    id: objectListPage
 
-    property var model
     property var listObject: null
     property string title
     property string emptyText
-    property bool sectioned: false
-    // Collapsed sections are kept by the owner, so that they survive a change of the model.
-    property var collapsedSections: ({})
-    property bool pasteActionEnabled: true
-    readonly property bool hasSelectedListItem: listView.currentIndex !== -1
-    readonly property var currentObject: hasSelectedListItem ? model.getObjectByIndex(listView.currentIndex) : null
+    // The day of a daily plan list; null elsewhere.
+    property var dayDate: null
+    readonly property bool dailyPlan: dayDate !== null
+    property bool tasksOnly: false
 
-    signal objectDoubleClicked(var object)
-    signal sectionToggled(string section, bool collapsed)
-    signal pasteActionClicked()
     signal sortActionClicked()
 
-    function isTask(object) {
-        return object.PERIOD !== undefined
-    }
-
-    // The one-step actions list stands among projects without a context of its own.
-    function isProjectLike(object) {
-        return object.CONTEXT !== undefined || object.ID === PredefinedDataHelper.oneStepActionsId
-    }
-
-    function completeTask(task) {
-        if (typeof popupHelper.completeTask === "function") {
-            popupHelper.completeTask(task)
-            return
-        }
-        // Without the undo offer the completion is kept at once.
-        if (TaskHandler.markTaskAsCompleted(task))
-            TaskHandler.confirmTaskUpdate(task)
-    }
-
-    function sectionTitle(section) {
+    function daySectionTitle(section) {
         switch (section) {
         case "0": return qsTr("%n task(s)", "", model.activeTaskCount)
         case "1": return qsTr("%n project(s)", "", model.activeProjectCount)
         case "2": return qsTr("Also available: %n task(s)", "", model.alsoAvailableTaskCount)
         case "3": return qsTr("Also available: %n project(s)", "", model.alsoAvailableProjectCount)
-        default: return qsTr("Completed")
         }
+        return qsTr("Completed")
     }
 
-    function toggleSection(section) {
-        var sections = collapsedSections
-        sections[section] = !sections[section]
-        collapsedSections = sections
-        sectionToggled(section, sections[section])
+    function daySectionAction(section) {
+        return section === "4" ? "COMPLETED" : section < "2" ? "ACTIVE" : "AVAILABLE"
     }
 
-    function rowSubtitle(object) {
-        if (!isTask(object))
-            return ""
-        if (!object.START && !object.DUE)
-            return ""
-        return DateFormatHelper.formatDatesForPreviewHeader(Helper.toUtcDateTime(object.START),
-                                                            Helper.toUtcDateTime(object.DUE))
+    function daySectionInfo() {
+        var info = {}
+        ;["0", "1", "2", "3", "4"].forEach(function (section) {
+            var action = daySectionAction(section)
+            info[section] = { "text": daySectionTitle(section), "hasIcon": true,
+                              "func": function () { toggleSection(section, "CLOSE_" + action, "OPEN_" + action) } }
+        })
+        return info
     }
 
-    function selectRow(index) {
-        listView.currentIndex = index
-        listView.forceActiveFocus()
-    }
-
-    function clearItemsSelection() {
-        listView.currentIndex = -1
-    }
-
-    function openRowMenu(index, object) {
-        selectRow(index)
-        rowMenu.object = object
-        rowMenu.popup()
-    }
-
-    function copyCurrent() {
-        if (currentObject)
-            ObjectClipboard.copyObject(currentObject)
-    }
-
-    function cutCurrent() {
-        var object = currentObject
-        if (!object)
-            return
-        clearItemsSelection()
-        ObjectClipboard.cutObject(object)
-    }
-
-    function requestPaste() {
-        if (pasteActionEnabled && ObjectClipboard.hasObject())
+    function pasteIfHeld() {
+        if (pasteActionEnabled)
             pasteActionClicked()
     }
 
-    Component.onDestruction: {
-        if (model)
-            model.requestDeletion()
+    parentObjectId: listObject && listObject.ID !== undefined ? listObject.ID : ""
+    showProjectNamesChain: !tasksOnly
+    showProjectMenuItem: dailyPlan
+    // Nothing to paste is no paste at all, rather than an error about the kind of the object.
+    pasteActionEnabled: Clipboard.object.NAME !== undefined
+    sectionEventCategory: dailyPlan ? "DP_SECTION_HEADER" : "NB_SECTION_HEADER"
+    sectionProperty: dailyPlan ? "dailyPlanRole" : tasksOnly ? "stateRole" : ""
+    showMainSectionHeader: true
+    sectionInfoHash: dailyPlan ? daySectionInfo() : taskSectionInfo()
+    noActiveObjectsText: dailyPlan ? qsTr("Press + to add a task to this date") : ""
+    placeholderMainText: emptyText
+    emptyListPlaceholder: emptyLabel
+    emptySpaceContextMenu: tasksOnly || dailyPlan ? taskEmptySpaceMenu : pasteMenu
+    headerComponent: levelHeader
+    delegateFor: function (object) { return object && object.PERIOD === undefined ? objectRow : objectListPage.delegate }
+
+    onAddTaskActionClicked: {
+        if (dailyPlan)
+            popupHelper.showDailyPlanTaskPopup(dayDate)
+        else
+            popupHelper.showTaskPopupWithProject(parentObjectId)
     }
+    onAddProjectActionClicked: popupHelper.showDailyPlanProjectPopup(dayDate)
 
-    // Cut, copy and paste from the Edit menu reach the list the user looks at.
-    Connections {
-        target: mainWindow.pageContent
-        enabled: pageLoader.currentListPage === listPage
-        function onCopyClicked() { listPage.copyCurrent() }
-        function onCutClicked() { listPage.cutCurrent() }
-        function onPasteClicked() { listPage.requestPaste() }
-    }
+    Component {
+        id: objectRow
 
-    Rectangle {
-        anchors.fill: parent
-        color: appStyle.colors.listRow
-    }
-
-    Rectangle {
-        id: header
-        width: parent.width
-        height: appStyle.pages.sectionHeaderHeight + 10
-        color: appStyle.pages.listHeaderBackground
-
-        StyledLabel {
-            objectName: "levelListTitle"
-            anchors.left: parent.left
-            anchors.leftMargin: 16
-            anchors.right: parent.right
-            anchors.rightMargin: 40
-            anchors.verticalCenter: parent.verticalCenter
-            text: listPage.title
-            color: appStyle.pages.listHeaderText
-            font.pixelSize: 15
-            font.bold: true
-            elide: Text.ElideRight
-        }
-
-        StyledLabel {
-            objectName: "levelListMenuButton"
-            anchors.right: parent.right
-            anchors.rightMargin: 16
-            anchors.verticalCenter: parent.verticalCenter
-            text: "\u2026"
-            color: appStyle.pages.listHeaderText
-            font.pixelSize: 20
-
-            MouseArea {
-                anchors.fill: parent
-                anchors.margins: -6
-                onClicked: listMenu.popup()
-            }
-        }
-    }
-
-    ListView {
-        id: listView
-        objectName: "objectList"
-        anchors.top: header.bottom
-        anchors.bottom: parent.bottom
-        width: parent.width
-        clip: true
-        model: listPage.model
-        boundsBehavior: Flickable.StopAtBounds
-        currentIndex: -1
-        ScrollBar.vertical: ScrollBar {}
-        section.property: listPage.sectioned ? "dailyPlanRole" : ""
-        section.delegate: listPage.sectioned ? sectionHeader : null
-
-        delegate: Rectangle {
-            id: row
-
-            // Roles are read through the model object: a row being removed has lost its role names.
-            readonly property var object: model.listItemRole || ({})
-            readonly property bool completed: model.stateRole === COMPLETED_OBJECT_STATE
-            readonly property bool collapsed: listPage.sectioned
-                                              && listPage.collapsedSections[String(model.dailyPlanRole)] === true
-
-            objectName: "listRow_" + object.NAME
-            width: listView.width
-            height: collapsed ? 0 : 50
-            visible: !collapsed
-            color: ListView.isCurrentItem || rowArea.containsMouse ? appStyle.colors.selectedRow : "transparent"
-
-            MouseArea {
-                id: rowArea
-                anchors.fill: parent
-                hoverEnabled: true
-                acceptedButtons: Qt.LeftButton | Qt.RightButton
-                onPressed: {
-                    if (mouse.button === Qt.LeftButton && !row.completed && ObjectClipboard.canMove(row.object))
-                        holdTimer.restart()
-                }
-                onPositionChanged: dragProxy.follow(rowArea, mouse)
-                onReleased: {
-                    holdTimer.stop()
-                    dragProxy.finish()
-                }
-                onClicked: {
-                    if (mouse.button === Qt.RightButton)
-                        listPage.openRowMenu(index, row.object)
-                    else
-                        listPage.selectRow(index)
-                }
-                onDoubleClicked: {
-                    holdTimer.stop()
-                    listPage.objectDoubleClicked(row.object)
-                }
-            }
-
-            // A press held for a moment lifts the row, to be dropped on the tree or on a calendar day.
-            Timer {
-                id: holdTimer
-                interval: 200
-                onTriggered: {
-                    if (!listView.moving)
-                        dragProxy.start(row.object)
-                }
-            }
-
-            CheckBox {
-                id: checkBox
-                objectName: "completeBox_" + row.object.NAME
-                anchors.left: parent.left
-                anchors.leftMargin: 10
-                anchors.verticalCenter: parent.verticalCenter
-                visible: listPage.isTask(row.object)
-                checked: row.completed
-                enabled: !row.completed && row.object.ID !== undefined
-                onClicked: listPage.completeTask(row.object)
-            }
-
-            ColoredIcon {
-                id: icon
-                anchors.left: parent.left
-                anchors.leftMargin: 20
-                anchors.verticalCenter: parent.verticalCenter
-                width: 18
-                height: 18
-                visible: !checkBox.visible
-                iconSource: row.object.FOLDER == true ? "projects.svg" : listPage.isProjectLike(row.object) ? "norvel_box.svg"
-                                                                                                      : "contexts.svg"
-            }
-
-            Column {
-                anchors.left: parent.left
-                anchors.leftMargin: 52
-                anchors.right: parent.right
-                anchors.rightMargin: 16
-                anchors.verticalCenter: parent.verticalCenter
-                spacing: 2
-
-                StyledLabel {
-                    width: parent.width
-                    text: Helper.objectDisplayName(row.object)
-                    color: row.completed ? appStyle.colors.completedTask : appStyle.colors.taskName
-                    font.strikeout: row.completed
-                    elide: Text.ElideRight
-                }
-
-                StyledLabel {
-                    width: parent.width
-                    visible: text !== ""
-                    text: listPage.rowSubtitle(row.object)
-                    color: appStyle.colors.lightGray
-                    font.pixelSize: 11
-                    elide: Text.ElideRight
-                }
-            }
-
-            Rectangle {
-                anchors.bottom: parent.bottom
-                x: 16
-                width: parent.width - 16
-                height: 1
-                color: appStyle.colors.selectedRow
-            }
-        }
-
-        MouseArea {
-            y: listView.contentHeight - listView.contentY
-            width: listView.width
-            height: Math.max(0, listView.height - y)
-            acceptedButtons: Qt.LeftButton | Qt.RightButton
-            onClicked: {
-                listPage.clearItemsSelection()
-                if (mouse.button === Qt.RightButton)
-                    emptySpaceMenu.popup()
-            }
-        }
-
-        StyledLabel {
-            objectName: "emptyListText"
-            anchors.centerIn: parent
-            width: parent.width - 80
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            visible: listView.count === 0
-            text: listPage.emptyText
-            color: appStyle.pages.placeholderText
+        ObjectListDelegate {
+            analyticsCategory: "PR_PROJECT"
+            rowMenuEnabled: !objectListPage.dailyPlan
         }
     }
 
     Component {
-        id: sectionHeader
+        id: emptyLabel
+
+        Item {
+            StyledLabel {
+                objectName: "emptyListText"
+                anchors.centerIn: parent
+                width: parent.width - 80
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                text: objectListPage.placeholderMainText
+                color: appStyle.pages.placeholderText
+            }
+        }
+    }
+
+    Component {
+        id: pasteMenu
+
+        NvMenu {
+            objectName: "levelEmptySpaceMenu"
+
+            NvMenuItem {
+                objectName: "levelListPaste"
+                label: qsTr("Paste")
+                available: objectListPage.pasteActionEnabled
+                onActivated: objectListPage.pasteIfHeld()
+            }
+        }
+    }
+
+    Component {
+        id: levelHeader
 
         Rectangle {
-            objectName: "sectionHeader_" + section
-            width: listView.width
-            height: 30
-            color: appStyle.pages.sectionHeaderBackground
+            id: band
+            width: objectListPage.width
+            height: appStyle.pages.sectionHeaderHeight + 10
+            color: appStyle.pages.listHeaderBackground
 
             StyledLabel {
-                objectName: "sectionTitle_" + section
-                anchors.left: parent.left
+                objectName: "levelListTitle"
+                anchors.left: band.left
                 anchors.leftMargin: 16
-                anchors.verticalCenter: parent.verticalCenter
-                text: (listPage.collapsedSections[section] ? "\u203A  " : "\u2304  ") + listPage.sectionTitle(section)
-                color: appStyle.pages.sectionHeaderText
+                anchors.right: band.right
+                anchors.rightMargin: 40
+                anchors.verticalCenter: band.verticalCenter
+                text: objectListPage.title
+                color: appStyle.pages.listHeaderText
+                font.pixelSize: 15
                 font.bold: true
+                elide: Text.ElideRight
             }
 
-            MouseArea {
-                anchors.fill: parent
-                onClicked: listPage.toggleSection(section)
+            StyledLabel {
+                id: menuButton
+                objectName: "levelListMenuButton"
+                anchors.right: band.right
+                anchors.rightMargin: 16
+                anchors.verticalCenter: band.verticalCenter
+                text: "\u2026"
+                color: appStyle.pages.listHeaderText
+                font.pixelSize: 20
+
+                MouseArea {
+                    anchors.fill: menuButton
+                    anchors.margins: -6
+                    onClicked: listMenu.popup()
+                }
             }
-        }
-    }
 
-    DragProxy {
-        id: dragProxy
-    }
+            NvMenu {
+                id: listMenu
+                objectName: "levelListMenu"
 
-    NvMenu {
-        id: rowMenu
-        objectName: "levelRowMenu"
-
-        property var object: ({})
-
-        NvMenuItem {
-            objectName: "levelRowCut"
-            label: qsTr("Cut")
-            available: ObjectClipboard.canHold(rowMenu.object)
-            onActivated: listPage.cutCurrent()
-        }
-        NvMenuItem {
-            objectName: "levelRowCopy"
-            label: qsTr("Copy")
-            available: ObjectClipboard.canHold(rowMenu.object)
-            onActivated: listPage.copyCurrent()
-        }
-    }
-
-    NvMenu {
-        id: emptySpaceMenu
-        objectName: "levelEmptySpaceMenu"
-
-        NvMenuItem {
-            objectName: "levelListPaste"
-            label: qsTr("Paste")
-            available: listPage.pasteActionEnabled && Clipboard.object.NAME !== undefined
-            onActivated: listPage.requestPaste()
-        }
-    }
-
-    NvMenu {
-        id: listMenu
-        objectName: "levelListMenu"
-
-        NvMenuItem {
-            objectName: "levelListSort"
-            label: qsTr("Sort")
-            onActivated: listPage.sortActionClicked()
-        }
-        NvMenuItem {
-            objectName: "levelListMenuPaste"
-            label: qsTr("Paste")
-            available: listPage.pasteActionEnabled && Clipboard.object.NAME !== undefined
-            onActivated: listPage.requestPaste()
+                NvMenuItem {
+                    objectName: "levelListSort"
+                    label: qsTr("Sort")
+                    onActivated: objectListPage.sortActionClicked()
+                }
+                NvMenuItem {
+                    objectName: "levelListMenuPaste"
+                    label: qsTr("Paste")
+                    available: objectListPage.pasteActionEnabled
+                    onActivated: objectListPage.pasteIfHeld()
+                }
+            }
         }
     }
 }

@@ -34,6 +34,10 @@ TreeViewPage {
         return TaskHandler.getProjectTasks(object.ID)
     }
 
+    function listsOnlyTasks(object) {
+        return object !== null && !isFolder(object)
+    }
+
     function objectIcon(object) {
         return object.FOLDER == true ? "projects.svg" : "norvel_box.svg"
     }

@@ -11,16 +11,29 @@ ListPage {
     property bool trashMode: false
     property bool showProjectMenuItem: false
     property string sectionEventCategory: "NB_SECTION_HEADER"
+    // Lists that offer other menus for other contents keep this one for their tasks.
+    readonly property Component taskEmptySpaceMenu: emptySpaceMenu
 
     signal addTaskActionClicked()
     signal addProjectActionClicked()
 
+    // A new object, so that whoever keeps the sections across lists hears of the change.
     function toggleSection(section, closeAction, openAction) {
-        var sections = collapsedSections
+        var sections = Object.assign({}, collapsedSections)
         sections[section] = !sections[section]
         collapsedSections = sections
         FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent",
                                       [sectionEventCategory, sections[section] ? closeAction : openAction])
+    }
+
+    function taskSectionInfo() {
+        if (trashMode)
+            return { "3": { "text": qsTr("Completed") } }
+        return {
+            "0": { "func": function () { toggleSection("0", "CLOSE_ACTIVE", "OPEN_ACTIVE") }, "hasIcon": true },
+            "2": { "text": qsTr("Completed"), "hasIcon": true,
+                   "func": function () { toggleSection("2", "CLOSE_COMPLETED", "OPEN_COMPLETED") } }
+        }
     }
 
     function taskCountText() {
@@ -32,14 +45,7 @@ ListPage {
     sectionProperty: "stateRole"
     mainSectionNameUpdater: taskCountText
     mainSectionName: taskCountText()
-    sectionInfoHash: trashMode
-                     ? { "3": { "text": qsTr("Completed") } }
-                     : {
-                           "0": { "func": function () { toggleSection("0", "CLOSE_ACTIVE", "OPEN_ACTIVE") },
-                                  "hasIcon": true },
-                           "2": { "text": qsTr("Completed"), "hasIcon": true,
-                                  "func": function () { toggleSection("2", "CLOSE_COMPLETED", "OPEN_COMPLETED") } }
-                       }
+    sectionInfoHash: taskSectionInfo()
 
     emptySpaceContextMenu: trashMode ? null : emptySpaceMenu
 

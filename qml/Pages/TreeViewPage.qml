@@ -63,6 +63,11 @@ HistoryPage {
     function pasteIntoList(object) {
     }
 
+    // Subclasses answer whether the list of an object holds tasks alone.
+    function listsOnlyTasks(object) {
+        return false
+    }
+
     // Subclasses answer [list id, list type] of the sorted list that a list page shows.
     function sortedListOf(object) {
         return ["", 0]
@@ -71,8 +76,10 @@ HistoryPage {
     function showSortingPopup(listPage) {
         var list = sortedListOf(listPage.listObject)
         var popup = FunctionHelper.callIfProvided(popupHelper, "showSortingPopup", list)
-        if (popup)
-            popup.sortingTypeChanged.connect(listPage.model.sort)
+        if (!popup)
+            return
+        popup.manualModeRequested.connect(listPage.showManualSortingAnimation)
+        popup.sortingTypeChanged.connect(listPage.model.sort)
     }
 
     // A cut from the tree leaves the removed item's level first.
@@ -225,6 +232,8 @@ HistoryPage {
         pushListPage(listPageComponent.createObject(null, {
             "model": model,
             "listObject": treeViewCurrentItem,
+            "treeLevel": currentTreeLevel,
+            "tasksOnly": listsOnlyTasks(treeViewCurrentItem),
             "title": treeViewCurrentItem ? Helper.objectDisplayName(treeViewCurrentItem) : page.rootTitle,
             "emptyText": page.emptyListText
         }))
@@ -309,6 +318,8 @@ HistoryPage {
             }
             onPasteActionClicked: page.pasteIntoList(listObject)
             onSortActionClicked: page.showSortingPopup(this)
+            // The tree shows the new order of a level of folders or contexts too.
+            onItemMovedByUser: page.treeModel.sort()
         }
     }
 

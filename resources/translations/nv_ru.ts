@@ -528,6 +528,74 @@
             <numerusform>%n дней</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Mark as not complete</source>
+        <translation>Отметить как невыполненный</translation>
+    </message>
+    <message>
+        <source>Mark as completed</source>
+        <translation>Отметить как выполненный</translation>
+    </message>
+    <message>
+        <source>Remove from Favorites</source>
+        <translation>Убрать из избранного</translation>
+    </message>
+    <message>
+        <source>Add to Favorites</source>
+        <translation>Добавить в избранное</translation>
+    </message>
+    <message>
+        <source>Add nested folder</source>
+        <translation>Добавить вложенную папку</translation>
+    </message>
+    <message>
+        <source>Add a project to this folder</source>
+        <translation>Добавить проект в эту папку</translation>
+    </message>
+    <message>
+        <source>Add a task to this project</source>
+        <translation>Добавить задачу в этот проект</translation>
+    </message>
+    <message>
+        <source>Add nested context</source>
+        <translation>Добавить вложенный контекст</translation>
+    </message>
+    <message>
+        <source>Edit Folder</source>
+        <translation>Редактировать папку</translation>
+    </message>
+    <message>
+        <source>Edit Project</source>
+        <translation>Редактировать проект</translation>
+    </message>
+    <message>
+        <source>Edit Context</source>
+        <translation>Редактировать контекст</translation>
+    </message>
+    <message>
+        <source>Delete selected items</source>
+        <translation>Удалить выбранные</translation>
+    </message>
+    <message>
+        <source>Delete Folder</source>
+        <translation>Удалить папку</translation>
+    </message>
+    <message>
+        <source>Delete Project</source>
+        <translation>Удалить проект</translation>
+    </message>
+    <message>
+        <source>Delete Context</source>
+        <translation>Удалить контекст</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
 </context>
 <context>
     <name>ObjectListPage</name>
@@ -568,20 +636,16 @@
         <translation>Выполненные</translation>
     </message>
     <message>
-        <source>Cut</source>
-        <translation>Вырезать</translation>
-    </message>
-    <message>
-        <source>Copy</source>
-        <translation>Копировать</translation>
-    </message>
-    <message>
         <source>Paste</source>
         <translation>Вставить</translation>
     </message>
     <message>
         <source>Sort</source>
         <translation>Сортировка</translation>
+    </message>
+    <message>
+        <source>Press + to add a task to this date</source>
+        <translation>Нажмите +, чтобы добавить задачу на эту дату</translation>
     </message>
 </context>
 <context>
