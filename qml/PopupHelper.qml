@@ -185,7 +185,7 @@ Item {
     }
 
     function objectType(object) {
-        if (object.FOLDER === true)
+        if (object.FOLDER == true)
             return "folder"
         if (object.PERIOD !== undefined)
             return "task"

@@ -259,7 +259,7 @@ Page {
     // Removal. A single task goes without a question; anything else asks first.
 
     function objectType(object) {
-        if (object.FOLDER === true)
+        if (object.FOLDER == true)
             return "folder"
         if (object.PERIOD !== undefined)
             return "task"

@@ -2,11 +2,11 @@
 // decide where a paste goes; this keeps what every one of them does the same way.
 
 function kindOf(object) {
-    if (object.FOLDER === true)
+    if (object.FOLDER == true)
         return "folder"
     if (object.PERIOD !== undefined)
         return "task"
-    if (object.CONTEXT !== undefined || object.FOLDER === false)
+    if (object.CONTEXT !== undefined || object.FOLDER == false)
         return "project"
     return "context"
 }

@@ -25,7 +25,7 @@ Page {
     }
 
     function openObject(object) {
-        var kind = object.FOLDER === true ? "FOLDER" : object.CONTEXT !== undefined ? "PROJECT" : "CONTEXT"
+        var kind = object.FOLDER == true ? "FOLDER" : object.CONTEXT !== undefined ? "PROJECT" : "CONTEXT"
         if (kind === "PROJECT" && object.STATE === COMPLETED_OBJECT_STATE)
             return
         FunctionHelper.callIfProvided(AnalyticsManager, "sendEvent", ["SEARCH_LIST", "OPEN_" + kind])

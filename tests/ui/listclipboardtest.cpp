@@ -171,6 +171,8 @@ void ListClipboardTest::cutFolderComesBackWithItsProjectsAndTasks()
     QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
     QVERIFY(m_ui.click(QStringLiteral("projectMenuPaste")));
     QTRY_VERIFY(m_ui.item(QStringLiteral("treeRow_Home")));
+    // The root list shows it as a folder again, with a folder's menu.
+    QTRY_VERIFY(m_ui.item(QStringLiteral("folder_Home")));
     QCOMPARE(task().value("STATE").toInt(), 0);
     QCOMPARE(DataManager::instance()->getProjectById(m_kitchenId).value("STATE").toInt(), 0);
 }
