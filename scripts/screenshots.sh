@@ -104,6 +104,8 @@ shoot() {
             [[ -n "$window" ]]
         ' screenshot "$program" "$output/$name.png" "$click" "$typed"
     echo "Wrote $output/$name.png"
+    # Qt's messages go to the program's log: a QML warning on any screen is worth seeing here.
+    grep -h '\.qml:' "$home"/.local/share/Kelmora/Norvel/logs/nv_log*.dat 2>/dev/null | sed "s/^/$name: /" >&2 || true
 }
 
 # The side panel's Projects button; its first visit makes the demo folders.
@@ -114,6 +116,7 @@ search_field="910 54"
 trash_button="791 54"
 shoot main-window-light 1 "#1E88E5" en
 shoot main-window-dark 2 "#73ABFC" en
+shoot main-window-light-russian 1 "#1E88E5" ru
 shoot projects-dark-russian 2 "#73ABFC" ru "$projects_button"
 shoot norvel-box-light 1 "#1E88E5" en "$norvel_box_button"
 shoot norvel-box-dark 2 "#73ABFC" en "$norvel_box_button"
