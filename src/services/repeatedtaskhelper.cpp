@@ -243,6 +243,8 @@ struct KnownDayEntry
     DOTask task;
     DayEntryCircumstances circumstances;
     DOTask entry;
+    // The count of the read that last met the row.
+    quint64 lastRead = 0;
 };
 
 struct RepeatedTaskHelper::Private
@@ -253,6 +255,18 @@ struct RepeatedTaskHelper::Private
     // Such a row yields the entry it yielded then, and any repair it needed was written then, so
     // the entry is taken over; the same occurrence map also lets the lists see the row as unchanged.
     QHash<QString, KnownDayEntry> knownEntries;
+    quint64 readCount = 0;
+
+    // Rows that are no longer active repeating tasks.
+    void forgetUnreadEntries(quint64 read)
+    {
+        for (auto known = knownEntries.begin(); known != knownEntries.end();) {
+            if (known->lastRead != read)
+                known = knownEntries.erase(known);
+            else
+                ++known;
+        }
+    }
 
     // The entry a stored repeating task puts into the given day, or an empty map.
     DOTask dayEntry(const DOTask& task, const QDate& date) const
@@ -308,21 +322,18 @@ RepeatedTaskHelper::~RepeatedTaskHelper() = default;
 QList<DOTask> RepeatedTaskHelper::getRepeatedDayTasks(const QDate& date)
 {
     const DayEntryCircumstances circumstances{date, Clock::currentDate(), StoreSettings::defaultStartTime()};
+    const quint64 read = ++d->readCount;
     QList<DOTask> entries;
-    QHash<QString, KnownDayEntry> knownEntries;
     const QList<DOTask> tasks = d->database->tasks()->getActiveRepeatedTasks();
-    knownEntries.reserve(tasks.size());
     for (const DOTask& task : tasks) {
-        const QString id = task.value(idKey).toString();
-        const auto known = d->knownEntries.constFind(id);
-        const bool unchanged = known != d->knownEntries.constEnd() && known->task.isSharedWith(task) &&
-                               known->circumstances == circumstances;
-        const DOTask entry = unchanged ? known->entry : d->dayEntry(task, date);
-        knownEntries.insert(id, {task, circumstances, entry});
-        if (!entry.isEmpty())
-            entries.append(entry);
+        KnownDayEntry& known = d->knownEntries[task.value(idKey).toString()];
+        if (!known.task.isSharedWith(task) || !(known.circumstances == circumstances))
+            known = {task, circumstances, d->dayEntry(task, date), read};
+        known.lastRead = read;
+        if (!known.entry.isEmpty())
+            entries.append(known.entry);
     }
-    d->knownEntries = knownEntries;
+    d->forgetUnreadEntries(read);
     return entries;
 }
 

@@ -7,13 +7,17 @@
 #include "store/objectkeys.h"
 #include "store/projectstore.h"
 #include "store/recordreader.h"
+#include "store/rowcache.h"
 #include "store/taskstore.h"
 
 #include <QElapsedTimer>
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStringList>
+
+#include <sqlite3.h>
 
 namespace {
 const QString syncKey = QStringLiteral("SYNC");
@@ -21,6 +25,16 @@ const int minimumKnownObjectsLimit = 8192;
 // The shipped file has pages of 1 KiB. Pages of 4 KiB hold four times the index entries, so a long
 // list takes a quarter of the page reads and tree steps.
 const int preferredPageSize = 4096;
+// Rows fetched by rowid in one statement; well below SQLite's limit on bound values.
+const int rowIdsPerStatement = 500;
+
+sqlite3* nativeConnection(const QSqlDatabase& database)
+{
+    const QVariant handle = database.driver() ? database.driver()->handle() : QVariant();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return nullptr;
+    return *static_cast<sqlite3* const*>(handle.constData());
+}
 } // namespace
 
 struct DatabaseHandler::Private
@@ -36,9 +50,14 @@ struct DatabaseHandler::Private
     // same map for an unchanged row.
     RecordReader::ObjectsById knownObjects;
     int knownObjectsLimit = minimumKnownObjectsLimit;
+    // Task rows as last read, while unchanged: the long lists are all lists of tasks.
+    RowCache taskRows{QStringLiteral("task")};
 
     // Forgets the maps that nobody but this handler holds any more, once there are many of them.
     void forgetUnheldObjects();
+    // Reads the rows of a statement that selects the rowid first into the task row cache.
+    void cacheTaskRows(const QString& statement, const QVariantList& values);
+    void cacheTaskRowsById(const QString& columns, const QVector<qint64>& rowIds);
 
     // Prepares the statement on the connection, binds the values in order and runs it. On failure
     // the query holds the error.
@@ -66,6 +85,30 @@ void DatabaseHandler::Private::forgetUnheldObjects()
     }
     // Doubling the limit keeps the walks rare however many maps stay held.
     knownObjectsLimit = qMax(minimumKnownObjectsLimit, 2 * knownObjects.size());
+}
+
+void DatabaseHandler::Private::cacheTaskRows(const QString& statement, const QVariantList& values)
+{
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    if (!run(query, statement, values)) {
+        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+        return;
+    }
+    RecordReader(query.record(), 1).readAllInto(query, taskRows);
+}
+
+void DatabaseHandler::Private::cacheTaskRowsById(const QString& columns, const QVector<qint64>& rowIds)
+{
+    for (int first = 0; first < rowIds.size(); first += rowIdsPerStatement) {
+        const QVector<qint64> part = rowIds.mid(first, rowIdsPerStatement);
+        QVariantList values;
+        for (const qint64 rowId : part)
+            values.append(rowId);
+        cacheTaskRows(QStringLiteral("SELECT rowid, %1 FROM %2 WHERE rowid IN (%3)")
+                          .arg(columns, taskRows.table(), placeholders(part.size())),
+                      values);
+    }
 }
 
 DatabaseHandler::DatabaseHandler(const QString& connectionName, QObject* parent)
@@ -120,12 +163,15 @@ DatabaseHandler* DatabaseHandler::instance()
 bool DatabaseHandler::connectDatabase(const QString& filePath)
 {
     d->database.setDatabaseName(filePath);
-    return d->database.open();
+    const bool opened = d->database.open();
+    d->taskRows.watch(opened ? nativeConnection(d->database) : nullptr);
+    return opened;
 }
 
 void DatabaseHandler::disconnectDatabase()
 {
     QLOG_INFO() << "Disconnecting from database...";
+    d->taskRows.watch(nullptr);
     d->database.close();
     d->knownObjects.clear();
 }
@@ -368,6 +414,40 @@ QList<DataObject> DatabaseHandler::selectObjects(const QString& statement, const
     RecordReader reader(query.record());
     const QList<DataObject> objects = reader.readAll(query, d->knownObjects);
     d->forgetUnheldObjects();
+    return objects;
+}
+
+// Only the rowids are read first, which for a long list costs a fraction of reading its rows; the
+// rows not in the cache are then read by rowid, or all at once when they are many.
+QList<DataObject> DatabaseHandler::selectTaskRows(const QString& columns, const QString& condition,
+                                                  const QVariantList& values)
+{
+    RowCache& cache = d->taskRows;
+    cache.useColumns(columns);
+    cache.checkOtherConnections();
+    QSqlQuery query(d->database);
+    query.setForwardOnly(true);
+    if (!Private::run(query, QStringLiteral("SELECT rowid FROM %1 %2").arg(cache.table(), condition),
+                      values)) {
+        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+        return {};
+    }
+    const QVector<qint64> rowIds = RecordReader::readFirstColumnIntegers(query);
+    QVector<qint64> missing;
+    QList<DataObject> objects = cache.objects(rowIds, missing);
+    if (!missing.isEmpty()) {
+        if (missing.size() > rowIds.size() / 4)
+            d->cacheTaskRows(
+                QStringLiteral("SELECT rowid, %1 FROM %2 %3").arg(columns, cache.table(), condition), values);
+        else
+            d->cacheTaskRowsById(columns, missing);
+        objects = cache.objects(rowIds, missing);
+    }
+    // Only a rowid beyond what the cache indexes stays missing: such rows are read as they are.
+    if (!missing.isEmpty())
+        return selectObjects(QStringLiteral("SELECT %1 FROM %2 %3").arg(columns, cache.table(), condition),
+                             values);
+    cache.forgetUnheld();
     return objects;
 }
 

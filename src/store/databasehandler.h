@@ -78,6 +78,10 @@ public:
     // The first column of every row, as text.
     QStringList selectFirstColumn(const QString& statement, const QVariantList& values = {});
     QList<DataObject> selectObjects(const QString& statement, const QVariantList& values = {});
+    // The task rows the condition (the statement after "FROM task") selects, in its order, with the
+    // given columns; a row unchanged since it was last read is the map handed out then.
+    QList<DataObject> selectTaskRows(const QString& columns, const QString& condition,
+                                     const QVariantList& values = {});
     // The first row as a map, or an empty map when nothing matches.
     DataObject selectObject(const QString& statement, const QVariantList& values = {});
 

@@ -364,8 +364,11 @@ int DataManager::getTaskCount()
 
 QList<DataObject> DataManager::getDayTasks(const QDate& date)
 {
-    return onWorker([&] { return tasks()->getDayTasks(date); }) +
-           onWorker([&] { return RepeatedTaskHelper::instance()->getRepeatedDayTasks(date); });
+    // Appended to the list the first call made, which nothing else holds: a concatenation would copy
+    // the day's tens of thousands of maps once more.
+    QList<DataObject> objects = onWorker([&] { return tasks()->getDayTasks(date); });
+    objects.append(onWorker([&] { return RepeatedTaskHelper::instance()->getRepeatedDayTasks(date); }));
+    return objects;
 }
 
 QList<DOTask> DataManager::getContextTasks(const QString& contextId)

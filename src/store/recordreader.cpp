@@ -2,6 +2,7 @@
 
 #include "store/dataobjectconverter.h"
 #include "store/objectkeys.h"
+#include "store/rowcache.h"
 
 #include "core/logmanager.h"
 
@@ -36,6 +37,27 @@ sqlite3_stmt* nativeStatement(const QSqlQuery& query)
     if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3_stmt*") != 0)
         return nullptr;
     return *static_cast<sqlite3_stmt* const*>(handle.constData());
+}
+
+// Calls eachRow for every row of a query that has just run, stepping SQLite's own statement; false
+// when the query has none to step.
+template <typename EachRow> bool stepNatively(QSqlQuery& query, const EachRow& eachRow)
+{
+    sqlite3_stmt* statement = nativeStatement(query);
+    if (!statement)
+        return false;
+    // Running the query stepped onto its first row, or reset the statement when there was none.
+    if (!sqlite3_stmt_busy(statement))
+        return true;
+    int status = SQLITE_ROW;
+    while (status == SQLITE_ROW) {
+        eachRow(statement);
+        status = sqlite3_step(statement);
+    }
+    if (status != SQLITE_DONE) {
+        QLOG_ERROR() << "SQL List query error: " << sqlite3_errmsg(sqlite3_db_handle(statement));
+    }
+    return true;
 }
 
 // Eight bytes at a time: ids and names are read for every row of every list.
@@ -148,9 +170,9 @@ bool holdsDateColumn(const QVariant& stored, sqlite3_value* value)
 }
 } // namespace
 
-RecordReader::RecordReader(const QSqlRecord& fields)
+RecordReader::RecordReader(const QSqlRecord& fields, int firstColumn)
 {
-    for (int index = 0; index < fields.count(); ++index) {
+    for (int index = firstColumn; index < fields.count(); ++index) {
         const QString key = sharedKey(fields.fieldName(index));
         const auto sameKey = std::find_if(m_columns.begin(), m_columns.end(),
                                           [&key](const Column& column) { return column.key == key; });
@@ -176,32 +198,54 @@ DataObject RecordReader::read(const QSqlRecord& record) const
 QList<DataObject> RecordReader::readAll(QSqlQuery& query, ObjectsById& known)
 {
     QList<DataObject> objects;
-    sqlite3_stmt* statement = nativeStatement(query);
-    if (!statement || m_idColumn < 0) {
-        while (query.next())
-            objects.append(readRow(query));
+    const auto readRowOf = [&](sqlite3_stmt* statement) { objects.append(readKnown(statement, known)); };
+    if (m_idColumn >= 0 && stepNatively(query, readRowOf))
         return objects;
-    }
-    // Running the query stepped onto its first row, or reset the statement when there was none.
-    if (!sqlite3_stmt_busy(statement))
-        return objects;
-    int status = SQLITE_ROW;
-    while (status == SQLITE_ROW) {
-        objects.append(readKnown(statement, known));
-        status = sqlite3_step(statement);
-    }
-    if (status != SQLITE_DONE) {
-        QLOG_ERROR() << "SQL List query error: " << sqlite3_errmsg(sqlite3_db_handle(statement));
-    }
+    while (query.next())
+        objects.append(readRow(query));
     return objects;
+}
+
+void RecordReader::readAllInto(QSqlQuery& query, RowCache& cache) const
+{
+    const auto keepRowOf = [&](sqlite3_stmt* statement) {
+        const qint64 rowId = sqlite3_column_int64(statement, 0);
+        if (!cache.contains(rowId))
+            cache.keep(rowId, readNew(statement));
+    };
+    if (stepNatively(query, keepRowOf))
+        return;
+    while (query.next()) {
+        const qint64 rowId = query.value(0).toLongLong();
+        if (!cache.contains(rowId))
+            cache.keep(rowId, readRow(query));
+    }
+}
+
+QVector<qint64> RecordReader::readFirstColumnIntegers(QSqlQuery& query)
+{
+    QVector<qint64> values;
+    const auto readValueOf = [&](sqlite3_stmt* statement) {
+        values.append(sqlite3_column_int64(statement, 0));
+    };
+    if (stepNatively(query, readValueOf))
+        return values;
+    while (query.next())
+        values.append(query.value(0).toLongLong());
+    return values;
 }
 
 DataObject RecordReader::readKnown(sqlite3_stmt* statement, ObjectsById& known) const
 {
     DataObject& object = known[textOf(sqlite3_column_value(statement, m_idColumn))];
-    if (holdsRow(object, statement))
-        return object;
-    object.clear();
+    if (!holdsRow(object, statement))
+        object = readNew(statement);
+    return object;
+}
+
+DataObject RecordReader::readNew(sqlite3_stmt* statement) const
+{
+    DataObject object;
     for (const Column& column : m_columns) {
         const QVariant value = columnValue(sqlite3_column_value(statement, column.index));
         object.insert(object.cend(), column.key,

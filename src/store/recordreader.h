@@ -8,6 +8,7 @@
 #include <QString>
 #include <QVector>
 
+class RowCache;
 struct sqlite3_stmt;
 
 // Turns the rows of one query into object maps, as DataObjectConverter::fromRecord describes. The
@@ -21,12 +22,18 @@ public:
     // again find it unchanged by identity, and hold it once in memory.
     using ObjectsById = QHash<QString, DataObject>;
 
-    explicit RecordReader(const QSqlRecord& fields);
+    // Columns before `firstColumn` are not part of the maps.
+    explicit RecordReader(const QSqlRecord& fields, int firstColumn = 0);
 
     DataObject read(const QSqlRecord& record) const;
     // Every row of a query that has just run, reusing and updating the given maps. Rows of a query
     // without an ID column are read as new maps.
     QList<DataObject> readAll(QSqlQuery& query, ObjectsById& known);
+    // Every row of a query that has just run and selects the rowid first, kept in the cache unless
+    // the cache has it already.
+    void readAllInto(QSqlQuery& query, RowCache& cache) const;
+    // The first column of every row of a query that has just run, as integers.
+    static QVector<qint64> readFirstColumnIntegers(QSqlQuery& query);
 
 private:
     struct Column
@@ -37,6 +44,7 @@ private:
     };
 
     template <typename Row> DataObject readRow(const Row& row) const;
+    DataObject readNew(sqlite3_stmt* statement) const;
     DataObject readKnown(sqlite3_stmt* statement, ObjectsById& known) const;
     bool holdsRow(const DataObject& object, sqlite3_stmt* statement) const;
 

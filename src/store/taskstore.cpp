@@ -20,8 +20,8 @@ const QString taskTable = QStringLiteral("task");
 const QStringList transientTaskKeys = {QStringLiteral("LOCAL"), QStringLiteral("REPEATED"),
                                        QStringLiteral("FAKESTART"), QStringLiteral("FAKEDUE")};
 
-const QString taskColumns = QStringLiteral(
-    "SELECT id, name, parent, memo, start, due, context, timestamp, state, synced, local, period FROM task ");
+const QString taskColumns =
+    QStringLiteral("id, name, parent, memo, start, due, context, timestamp, state, synced, local, period");
 
 const QString todayCondition = QStringLiteral(
     "WHERE (state = 0 AND (((due < %1 AND period = \"\") OR (due >= %1 AND due < %2)) OR (due <> '' AND "
@@ -95,15 +95,15 @@ bool TaskStore::Private::createTask(const DOTask& task)
 
 QList<DOTask> TaskStore::Private::selectTasks(const QString& condition, const QVariantList& values) const
 {
-    return database->selectObjects(taskColumns + condition, values);
+    return database->selectTaskRows(taskColumns, condition, values);
 }
 
 QList<DOTask> TaskStore::Private::selectDayTasks(const QDate& date) const
 {
     const DayQuery day(date);
-    const DayQuery::Statement statement =
-        day.bind(taskColumns + day.condition(todayCondition, pastDayCondition, futureDayCondition));
-    return database->selectObjects(statement.text, statement.values);
+    const DayQuery::Statement condition =
+        day.bind(day.condition(todayCondition, pastDayCondition, futureDayCondition));
+    return database->selectTaskRows(taskColumns, condition.text, condition.values);
 }
 
 int TaskStore::Private::countForDay(const QString& statement, const QDate& date) const
@@ -256,7 +256,8 @@ QList<DOTask> TaskStore::getActiveRepeatedTasks()
 
 DOTask TaskStore::getTaskById(const QString& id)
 {
-    return d->database->selectObject(taskColumns + QStringLiteral("WHERE id = ?"), {id});
+    return d->database->selectObject(QStringLiteral("SELECT %1 FROM task WHERE id = ?").arg(taskColumns),
+                                     {id});
 }
 
 QList<DOTask> TaskStore::getTasksByIds(const QStringList& ids)

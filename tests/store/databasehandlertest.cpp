@@ -41,6 +41,8 @@ private slots:
     void readingAgainSharesOnlyUnchangedObjects();
     void changedTextIsReadAgain_data();
     void changedTextIsReadAgain();
+    void taskRowsAreReadAgainOnlyAfterAWrite_data();
+    void taskRowsAreReadAgainOnlyAfterAWrite();
     void insertSetsSyncFlagsAndTimestamp_data();
     void insertSetsSyncFlagsAndTimestamp();
     void localInsertGetsNewIdAndActiveState();
@@ -190,6 +192,73 @@ void DatabaseHandlerTest::changedTextIsReadAgain()
 
     QCOMPARE(second.value(0).value("NAME").toString(), written);
     QCOMPARE(second.value(0).isSharedWith(first.value(0)), stored == written);
+}
+
+void DatabaseHandlerTest::taskRowsAreReadAgainOnlyAfterAWrite_data()
+{
+    QTest::addColumn<QString>("write");
+    QTest::addColumn<bool>("rollBack");
+    QTest::addColumn<bool>("byOtherConnection");
+    QTest::addColumn<QStringList>("namesRead");
+    const QString renameB = QStringLiteral("UPDATE task SET name = 'B2' WHERE id = 'b'");
+    QTest::newRow("nothing written") << QString() << false << false << QStringList{"A", "B", "C"};
+    QTest::newRow("row renamed") << renameB << false << false << QStringList{"A", "B2", "C"};
+    QTest::newRow("rename rolled back") << renameB << true << false << QStringList{"A", "B", "C"};
+    QTest::newRow("renamed elsewhere") << renameB << false << true << QStringList{"A", "B2", "C"};
+    QTest::newRow("row deleted") << QString("DELETE FROM task WHERE id = 'b'") << false << false
+                                 << QStringList{"A", "C"};
+    QTest::newRow("all deleted, one added")
+        << QString(
+               "DELETE FROM task; INSERT INTO task(id, name, parent, timestamp) VALUES('d', 'D', 'p', '1')")
+        << false << false << QStringList{"D"};
+}
+
+// Reads go through the cache of task rows, which only a write to a row may bring up to date.
+void DatabaseHandlerTest::taskRowsAreReadAgainOnlyAfterAWrite()
+{
+    QFETCH(QString, write);
+    QFETCH(bool, rollBack);
+    QFETCH(bool, byOtherConnection);
+    QFETCH(QStringList, namesRead);
+    TestDatabase database;
+    DatabaseHandler* handler = database.handler();
+    for (const char* name : {"A", "B", "C"}) {
+        DOTask task = RecordBuilder::task(name).withId(QString(name).toLower()).fromServer();
+        DataObjectConverter::prepareDates(task);
+        QVERIFY(handler->insertObject(task, taskTable));
+    }
+    const QString columns = QStringLiteral("id, name, parent");
+    const QString condition = QStringLiteral("WHERE parent <> '' ORDER BY id");
+    const QList<DataObject> first = handler->selectTaskRows(columns, condition);
+    // Read once more inside the transaction, so that the rolled-back row is in the cache.
+    QVERIFY(handler->beginTransaction());
+    for (const QString& statement : write.split(QLatin1String("; "), Qt::SkipEmptyParts)) {
+        if (byOtherConnection) {
+            QSqlDatabase other =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            other.setDatabaseName(database.filePath());
+            QVERIFY(handler->commitChanges() && other.open() && QSqlQuery(other).exec(statement));
+        } else {
+            QVERIFY(handler->executeQuery(statement));
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("other"));
+    handler->selectTaskRows(columns, condition);
+    QVERIFY(rollBack ? handler->rollbackChanges() : handler->commitChanges() || byOtherConnection);
+    const QList<DataObject> second = handler->selectTaskRows(columns, condition);
+
+    // A rollback or a write elsewhere does not say which rows it changed.
+    const bool rowsKept = !rollBack && !byOtherConnection;
+    QStringList names;
+    for (const DataObject& task : second) {
+        names.append(task.value("NAME").toString());
+        const auto before = std::find_if(first.begin(), first.end(), [&task](const DataObject& earlier) {
+            return earlier.value("ID") == task.value("ID");
+        });
+        const bool unchanged = before != first.end() && *before == task;
+        QCOMPARE(task.isSharedWith(before != first.end() ? *before : DataObject()), unchanged && rowsKept);
+    }
+    QCOMPARE(names, namesRead);
 }
 
 void DatabaseHandlerTest::insertSetsSyncFlagsAndTimestamp_data()
