@@ -38,8 +38,7 @@ class AttachedCopy
 public:
     explicit AttachedCopy(const LifetimeDatabase& database)
     {
-        const QString copy = m_directory.filePath(QStringLiteral("norvel_data.db"));
-        m_ready = database.isReady() && QFile::copy(database.filePath(), copy) && reopen(copy);
+        m_ready = database.isReady() && QFile::copy(database.filePath(), filePath()) && reopen();
         // The first read puts the dates of repeating rows in order, as the first start of a new
         // version would; the benchmarks then measure reads that write nothing.
         DataManager::instance()->getDayTasks(Clock::currentDate());
@@ -48,9 +47,10 @@ public:
 
     bool isReady() const { return m_ready; }
 
-private:
-    static bool reopen(const QString& filePath)
+    // Opens the copy anew, as at start-up.
+    bool reopen() const
     {
+        const QString filePath = this->filePath();
         DataManager::instance();
         DatabaseHandler* handler = DatabaseHandler::instance();
         bool opened = false;
@@ -63,6 +63,9 @@ private:
             Qt::BlockingQueuedConnection);
         return opened;
     }
+
+private:
+    QString filePath() const { return m_directory.filePath(QStringLiteral("norvel_data.db")); }
 
     QTemporaryDir m_directory;
     bool m_ready = false;
@@ -106,6 +109,43 @@ void lifetimeDayTasks(benchmark::State& state)
     int rows = 0;
     for (auto _ : state)
         rows = todaysTasks().size();
+    state.counters["rows"] = rows;
+}
+
+// The read a list makes after one of its tasks changed, the most common read of all.
+void lifetimeDayTasksAfterARename(benchmark::State& state)
+{
+    const LifetimeDatabase& lifetime = lifetimeDatabase(int(state.range(0)));
+    const AttachedCopy database(lifetime);
+    if (skipUnless(state, database.isReady() && !lifetime.taskDueTodayId().isEmpty()))
+        return;
+    DOTask task = DataManager::instance()->getTaskById(lifetime.taskDueTodayId());
+    int rows = 0;
+    int renames = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        task.insert(QStringLiteral("NAME"), QStringLiteral("Renamed %1").arg(++renames));
+        DataManager::instance()->updateTaskLocally(task);
+        DataManager::instance()->commitChanges();
+        state.ResumeTiming();
+        rows = todaysTasks().size();
+    }
+    state.counters["rows"] = rows;
+}
+
+// The first read after the file was opened, as at start-up, when no row has been read yet.
+void lifetimeDayTasksAfterOpening(benchmark::State& state)
+{
+    const AttachedCopy database(lifetimeDatabase(int(state.range(0))));
+    if (skipUnless(state, database.isReady()))
+        return;
+    int rows = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        database.reopen();
+        state.ResumeTiming();
+        rows = todaysTasks().size();
+    }
     state.counters["rows"] = rows;
 }
 
@@ -195,6 +235,8 @@ void lifetimeDayListPeakMemory(benchmark::State& state)
         ->Unit(benchmark::kMillisecond)
 
 LIFETIME_BENCHMARK(lifetimeDayTasks, 10);
+LIFETIME_BENCHMARK(lifetimeDayTasksAfterARename, 10);
+LIFETIME_BENCHMARK(lifetimeDayTasksAfterOpening, 5);
 LIFETIME_BENCHMARK(lifetimeDayListFirstFill, 5);
 LIFETIME_BENCHMARK(lifetimeDayListRefreshAfterRename, 10);
 LIFETIME_BENCHMARK(lifetimeDayListRefreshAfterCompletion, 10);

@@ -19,6 +19,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 namespace {
 const QString syncKey = QStringLiteral("SYNC");
 const int minimumKnownObjectsLimit = 8192;
@@ -56,8 +58,12 @@ struct DatabaseHandler::Private
     // Forgets the maps that nobody but this handler holds any more, once there are many of them.
     void forgetUnheldObjects();
     // Reads the rows of a statement that selects the rowid first into the task row cache.
-    void cacheTaskRows(const QString& statement, const QVariantList& values);
-    void cacheTaskRowsById(const QString& columns, const QVector<qint64>& rowIds);
+    // Returns the rowids read, in their order.
+    QVector<qint64> cacheTaskRows(const QString& statement, const QVariantList& values);
+    QVector<qint64> selectRowIds(const QString& statement, const QVariantList& values);
+    // The rows at the given positions of the rowid list.
+    void cacheTaskRowsById(const QString& columns, const QVector<qint64>& rowIds,
+                           const QVector<int>& positions);
 
     // Prepares the statement on the connection, binds the values in order and runs it. On failure
     // the query holds the error.
@@ -87,24 +93,36 @@ void DatabaseHandler::Private::forgetUnheldObjects()
     knownObjectsLimit = qMax(minimumKnownObjectsLimit, 2 * knownObjects.size());
 }
 
-void DatabaseHandler::Private::cacheTaskRows(const QString& statement, const QVariantList& values)
+QVector<qint64> DatabaseHandler::Private::cacheTaskRows(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(database);
     query.setForwardOnly(true);
     if (!run(query, statement, values)) {
         QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
-        return;
+        return {};
     }
-    RecordReader(query.record(), 1).readAllInto(query, taskRows);
+    return RecordReader(query.record(), 1).readAllInto(query, taskRows);
 }
 
-void DatabaseHandler::Private::cacheTaskRowsById(const QString& columns, const QVector<qint64>& rowIds)
+QVector<qint64> DatabaseHandler::Private::selectRowIds(const QString& statement, const QVariantList& values)
 {
-    for (int first = 0; first < rowIds.size(); first += rowIdsPerStatement) {
-        const QVector<qint64> part = rowIds.mid(first, rowIdsPerStatement);
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    if (!run(query, statement, values)) {
+        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+        return {};
+    }
+    return RecordReader::readFirstColumnIntegers(query);
+}
+
+void DatabaseHandler::Private::cacheTaskRowsById(const QString& columns, const QVector<qint64>& rowIds,
+                                                 const QVector<int>& positions)
+{
+    for (int first = 0; first < positions.size(); first += rowIdsPerStatement) {
+        const QVector<int> part = positions.mid(first, rowIdsPerStatement);
         QVariantList values;
-        for (const qint64 rowId : part)
-            values.append(rowId);
+        for (const int position : part)
+            values.append(rowIds.at(position));
         cacheTaskRows(QStringLiteral("SELECT rowid, %1 FROM %2 WHERE rowid IN (%3)")
                           .arg(columns, taskRows.table(), placeholders(part.size())),
                       values);
@@ -425,28 +443,26 @@ QList<DataObject> DatabaseHandler::selectTaskRows(const QString& columns, const 
     RowCache& cache = d->taskRows;
     cache.useColumns(columns);
     cache.checkOtherConnections();
-    QSqlQuery query(d->database);
-    query.setForwardOnly(true);
-    if (!Private::run(query, QStringLiteral("SELECT rowid FROM %1 %2").arg(cache.table(), condition),
-                      values)) {
-        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
-        return {};
-    }
-    const QVector<qint64> rowIds = RecordReader::readFirstColumnIntegers(query);
-    QVector<qint64> missing;
+    const QString fromCondition = QStringLiteral("FROM %1 %2").arg(cache.table(), condition);
+    const QString withColumns = QStringLiteral("SELECT rowid, %1 %2").arg(columns, fromCondition);
+    // With nothing cached, as after opening, the rows are read at once.
+    const QVector<qint64> rowIds =
+        cache.isEmpty() ? d->cacheTaskRows(withColumns, values)
+                        : d->selectRowIds(QStringLiteral("SELECT rowid %1").arg(fromCondition), values);
+    QVector<int> missing;
     QList<DataObject> objects = cache.objects(rowIds, missing);
     if (!missing.isEmpty()) {
         if (missing.size() > rowIds.size() / 4)
-            d->cacheTaskRows(
-                QStringLiteral("SELECT rowid, %1 FROM %2 %3").arg(columns, cache.table(), condition), values);
+            d->cacheTaskRows(withColumns, values);
         else
-            d->cacheTaskRowsById(columns, missing);
-        objects = cache.objects(rowIds, missing);
+            d->cacheTaskRowsById(columns, rowIds, missing);
+        for (const int position : qAsConst(missing))
+            objects[position] = cache.object(rowIds.at(position));
     }
     // Only a rowid beyond what the cache indexes stays missing: such rows are read as they are.
-    if (!missing.isEmpty())
-        return selectObjects(QStringLiteral("SELECT %1 FROM %2 %3").arg(columns, cache.table(), condition),
-                             values);
+    const auto isMissing = [&objects](int position) { return objects.at(position).isEmpty(); };
+    if (std::any_of(missing.cbegin(), missing.cend(), isMissing))
+        return selectObjects(QStringLiteral("SELECT %1 %2").arg(columns, fromCondition), values);
     cache.forgetUnheld();
     return objects;
 }

@@ -206,20 +206,22 @@ QList<DataObject> RecordReader::readAll(QSqlQuery& query, ObjectsById& known)
     return objects;
 }
 
-void RecordReader::readAllInto(QSqlQuery& query, RowCache& cache) const
+QVector<qint64> RecordReader::readAllInto(QSqlQuery& query, RowCache& cache) const
 {
-    const auto keepRowOf = [&](sqlite3_stmt* statement) {
-        const qint64 rowId = sqlite3_column_int64(statement, 0);
+    QVector<qint64> rowIds;
+    const auto keep = [&](qint64 rowId, const auto& readObject) {
+        rowIds.append(rowId);
         if (!cache.contains(rowId))
-            cache.keep(rowId, readNew(statement));
+            cache.keep(rowId, readObject());
+    };
+    const auto keepRowOf = [&](sqlite3_stmt* statement) {
+        keep(sqlite3_column_int64(statement, 0), [&] { return readNew(statement); });
     };
     if (stepNatively(query, keepRowOf))
-        return;
-    while (query.next()) {
-        const qint64 rowId = query.value(0).toLongLong();
-        if (!cache.contains(rowId))
-            cache.keep(rowId, readRow(query));
-    }
+        return rowIds;
+    while (query.next())
+        keep(query.value(0).toLongLong(), [&] { return readRow(query); });
+    return rowIds;
 }
 
 QVector<qint64> RecordReader::readFirstColumnIntegers(QSqlQuery& query)

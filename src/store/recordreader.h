@@ -30,8 +30,8 @@ public:
     // without an ID column are read as new maps.
     QList<DataObject> readAll(QSqlQuery& query, ObjectsById& known);
     // Every row of a query that has just run and selects the rowid first, kept in the cache unless
-    // the cache has it already.
-    void readAllInto(QSqlQuery& query, RowCache& cache) const;
+    // the cache has it already. Returns the rowids in the rows' order.
+    QVector<qint64> readAllInto(QSqlQuery& query, RowCache& cache) const;
     // The first column of every row of a query that has just run, as integers.
     static QVector<qint64> readFirstColumnIntegers(QSqlQuery& query);
 

@@ -120,18 +120,27 @@ void RowCache::useColumns(const QString& columns)
     d->columns = columns;
 }
 
-QList<DataObject> RowCache::objects(const QVector<qint64>& rowIds, QVector<qint64>& missing) const
+QList<DataObject> RowCache::objects(const QVector<qint64>& rowIds, QVector<int>& missing) const
 {
     QList<DataObject> found;
     found.reserve(rowIds.size());
     missing.clear();
     for (const qint64 rowId : rowIds) {
-        if (contains(rowId))
-            found.append(d->objects.at(int(rowId)));
-        else
-            missing.append(rowId);
+        if (!contains(rowId))
+            missing.append(found.size());
+        found.append(object(rowId));
     }
     return found;
+}
+
+DataObject RowCache::object(qint64 rowId) const
+{
+    return contains(rowId) ? d->objects.at(int(rowId)) : DataObject();
+}
+
+bool RowCache::isEmpty() const
+{
+    return d->objectCount == 0;
 }
 
 bool RowCache::contains(qint64 rowId) const

@@ -31,8 +31,12 @@ public:
     // Forgets every map when the rows are read with other columns than before.
     void useColumns(const QString& columns);
 
-    // The maps of the given rows, in their order; the rows not here are left out and named in `missing`.
-    QList<DataObject> objects(const QVector<qint64>& rowIds, QVector<qint64>& missing) const;
+    // The maps of the given rows, in their order; a row not here is an empty map, and its position
+    // is named in `missing`.
+    QList<DataObject> objects(const QVector<qint64>& rowIds, QVector<int>& missing) const;
+    // The row's map, or an empty map when the row is not here.
+    DataObject object(qint64 rowId) const;
+    bool isEmpty() const;
     bool contains(qint64 rowId) const;
     void keep(qint64 rowId, const DataObject& object);
     // Forgets the maps nobody but this cache holds any more, once there are many.
