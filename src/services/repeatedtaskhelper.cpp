@@ -254,8 +254,15 @@ struct RepeatedTaskHelper::Private
     // The store hands back the same shared map for a row that has not changed since the last read.
     // Such a row yields the entry it yielded then, and any repair it needed was written then, so
     // the entry is taken over; the same occurrence map also lets the lists see the row as unchanged.
-    QHash<QString, KnownDayEntry> knownEntries;
+    // By the map's identity: the address of its first value, which stays put while the entry holds
+    // the map, and is shared by every copy of it.
+    QHash<const void*, KnownDayEntry> knownEntries;
     quint64 readCount = 0;
+
+    static const void* identityOf(const DOTask& task)
+    {
+        return task.isEmpty() ? nullptr : &*task.constBegin();
+    }
 
     // Rows that are no longer active repeating tasks.
     void forgetUnreadEntries(quint64 read)
@@ -326,7 +333,7 @@ QList<DOTask> RepeatedTaskHelper::getRepeatedDayTasks(const QDate& date)
     QList<DOTask> entries;
     const QList<DOTask> tasks = d->database->tasks()->getActiveRepeatedTasks();
     for (const DOTask& task : tasks) {
-        KnownDayEntry& known = d->knownEntries[task.value(idKey).toString()];
+        KnownDayEntry& known = d->knownEntries[Private::identityOf(task)];
         if (!known.task.isSharedWith(task) || !(known.circumstances == circumstances))
             known = {task, circumstances, d->dayEntry(task, date), read};
         known.lastRead = read;
