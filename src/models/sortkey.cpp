@@ -1,5 +1,6 @@
 #include "sortkey.h"
 
+#include "store/objectkeys.h"
 #include "sync/sortinghelper.h"
 
 #include <QDateTime>
@@ -16,24 +17,45 @@ bool readDate(const QVariantMap& record, const QString& key, qint64& millisecond
         return false;
     if (value->userType() == QMetaType::QString && value->toString().isEmpty())
         return false;
-    const QDateTime date = value->toDateTime();
+    // Nearly every date is stored as one already; reading it in place spares a copy.
+    const QDateTime date = value->userType() == QMetaType::QDateTime
+                               ? *static_cast<const QDateTime*>(value->constData())
+                               : value->toDateTime();
     if (!date.isValid())
         return false;
     milliseconds = date.toMSecsSinceEpoch();
     return true;
 }
 
+QDate utcDate(qint64 milliseconds)
+{
+    const qint64 millisecondsPerDay = 24 * 60 * 60 * 1000;
+    const qint64 days = milliseconds / millisecondsPerDay - (milliseconds % millisecondsPerDay < 0 ? 1 : 0);
+    static const qint64 epochDay = QDate(1970, 1, 1).toJulianDay();
+    return QDate::fromJulianDay(epochDay + days);
+}
+
 } // namespace
 
-SortKey::SortKey(const QVariantMap& record, int group)
+SortKey::SortKey(const QVariantMap& record)
     : m_record(record)
-    , m_group(group)
-    , m_state(record.value(QStringLiteral("STATE")).toInt())
-    , m_timestamp(record.value(QStringLiteral("TIMESTAMP")).toUInt())
-    , m_id(record.value(QStringLiteral("ID")).toString())
+    , m_state(record.value(stateKey).toInt())
+    , m_timestamp(record.value(timestampKey).toUInt())
+    , m_id(record.value(idKey).toString())
+    , m_isTask(record.contains(periodKey))
 {
-    m_hasDue = readDate(record, QStringLiteral("DUE"), m_due);
-    m_hasStart = readDate(record, QStringLiteral("START"), m_start);
+    m_hasDue = readDate(record, dueKey, m_due);
+    m_hasStart = readDate(record, startKey, m_start);
+}
+
+QDate SortKey::startDate() const
+{
+    return m_hasStart ? utcDate(m_start) : QDate();
+}
+
+QDate SortKey::dueDate() const
+{
+    return m_hasDue ? utcDate(m_due) : QDate();
 }
 
 bool SortKey::lessThan(const SortKey& other, SortingType sortingType, bool groupByDate) const
