@@ -48,6 +48,14 @@ ListModel::ListModel(std::unique_ptr<ListModelPrivate> data, QObject* parent)
 
 ListModel::~ListModel() = default;
 
+// A sort asks for two indexes per comparison; this answers without the virtual calls of the
+// generic checks.
+QModelIndex ListModel::index(int row, int column, const QModelIndex& parent) const
+{
+    const bool valid = row >= 0 && row < d->rows.size() && column == 0 && !parent.isValid();
+    return valid ? createIndex(row, column) : QModelIndex();
+}
+
 int ListModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : d->rows.size();

@@ -24,6 +24,7 @@ public:
     explicit ListModel(DataFunction dataFunction, QObject* parent = nullptr);
     ~ListModel() override;
 
+    QModelIndex index(int row, int column = 0, const QModelIndex& parent = QModelIndex()) const override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;

@@ -37,6 +37,9 @@ struct SortModel::Private
     bool completedShown = true;
     // Set when something beside the rows changed the order: every row is sorted again.
     bool resortAll = false;
+    // The source model, kept here for the checks of every comparison.
+    const QAbstractItemModel* source = nullptr;
+    bool flatSource = false;
 };
 
 namespace {
@@ -96,6 +99,8 @@ void SortModel::setSourceModel(QAbstractItemModel* sourceModel)
     if (QAbstractItemModel* previous = this->sourceModel())
         disconnect(previous, nullptr, this, nullptr);
     d->completedShown = completedObjectsShown();
+    d->source = sourceModel;
+    d->flatSource = qobject_cast<QAbstractListModel*>(sourceModel) != nullptr;
     connectKeyUpkeep(sourceModel);
     QSortFilterProxyModel::setSourceModel(sourceModel);
     takeOverDataChanges(sourceModel);
@@ -185,9 +190,11 @@ bool SortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourc
 {
     const int leftRow = sourceLeft.row();
     const int rightRow = sourceRight.row();
-    if (hasKey(sourceLeft) && hasKey(sourceRight))
-        return lessThanByKeys(d->keys.at(leftRow), d->keys.at(rightRow), manualPositionOfKeyedRow(leftRow),
+    if (hasKey(sourceLeft) && hasKey(sourceRight)) {
+        const SortKey* keys = d->keys.constData();
+        return lessThanByKeys(keys[leftRow], keys[rightRow], manualPositionOfKeyedRow(leftRow),
                               manualPositionOfKeyedRow(rightRow));
+    }
     const SortKey a = keyOf(recordAt(sourceLeft));
     const SortKey b = keyOf(recordAt(sourceRight));
     return lessThanByKeys(a, b, manualPosition(a.record()), manualPosition(b.record()));
@@ -322,10 +329,11 @@ void SortModel::resortAllRows()
     emit source->dataChanged(source->index(0, 0), source->index(source->rowCount() - 1, 0));
 }
 
+// A list's rows have no parent to ask about.
 bool SortModel::hasKey(const QModelIndex& sourceIndex) const
 {
-    return sourceIndex.model() == sourceModel() && !sourceIndex.parent().isValid() &&
-           sourceIndex.row() < d->keys.size();
+    return sourceIndex.model() == d->source && sourceIndex.row() < d->keys.size() &&
+           (d->flatSource || !sourceIndex.parent().isValid());
 }
 
 SortKey SortModel::keyOf(const QVariantMap& record) const
