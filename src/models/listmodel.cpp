@@ -149,8 +149,8 @@ const SortKey& ListModel::keyAt(int row) const
     return d->rows.at(row);
 }
 
-// The first fill: every record is new, so there is nothing to diff and each id is read once. An id
-// seen twice hands the rest of the answer to the general merge, which then finds the rows so far
+// The first fill: every record is new, so there is nothing to diff and each id is read and hashed
+// once. An id seen twice hands the answer to the general merge, which then finds the rows so far
 // already in place.
 void ListModel::fillEmptyList(const QList<QVariantMap>& fresh)
 {
@@ -158,11 +158,16 @@ void ListModel::fillEmptyList(const QList<QVariantMap>& fresh)
     d->rowIds.reserve(fresh.size());
     for (const QVariantMap& record : fresh) {
         SortKey key(record);
-        if (d->rowIds.contains(key.id())) {
+        const int knownIds = d->rowIds.size();
+        d->rowIds.insert(key.id());
+        if (d->rowIds.size() == knownIds) {
             mergeFreshRecords(fresh);
             return;
         }
-        appendRow(std::move(key));
+        const int newRow = d->rows.size();
+        beginInsertRows(QModelIndex(), newRow, newRow);
+        d->rows.append(std::move(key));
+        endInsertRows();
     }
 }
 

@@ -9,18 +9,53 @@ using SortingNamespace::SortingType;
 
 namespace {
 
+// The store hands integers over as qlonglong and texts as QString. Those are read in place, which
+// spares the copy and the general conversion that every other type still goes through.
+const QVariant* valueAt(const QVariantMap& record, const QString& key)
+{
+    const auto value = record.constFind(key);
+    return value == record.constEnd() ? nullptr : &*value;
+}
+
+template <typename T> const T& storedAs(const QVariant& value)
+{
+    return *static_cast<const T*>(value.constData());
+}
+
+int intAt(const QVariantMap& record, const QString& key)
+{
+    const QVariant* value = valueAt(record, key);
+    if (!value)
+        return 0;
+    return value->userType() == QMetaType::LongLong ? int(storedAs<qlonglong>(*value)) : value->toInt();
+}
+
+uint uintAt(const QVariantMap& record, const QString& key)
+{
+    const QVariant* value = valueAt(record, key);
+    if (!value)
+        return 0;
+    return value->userType() == QMetaType::LongLong ? uint(storedAs<qlonglong>(*value)) : value->toUInt();
+}
+
+QString textAt(const QVariantMap& record, const QString& key)
+{
+    const QVariant* value = valueAt(record, key);
+    if (!value)
+        return QString();
+    return value->userType() == QMetaType::QString ? storedAs<QString>(*value) : value->toString();
+}
+
 // An undated object carries an empty text, a 0 or nothing; all read as no date.
 bool readDate(const QVariantMap& record, const QString& key, qint64& milliseconds)
 {
-    const auto value = record.constFind(key);
-    if (value == record.constEnd())
+    const QVariant* value = valueAt(record, key);
+    if (!value)
         return false;
-    if (value->userType() == QMetaType::QString && value->toString().isEmpty())
+    if (value->userType() == QMetaType::QString && storedAs<QString>(*value).isEmpty())
         return false;
-    // Nearly every date is stored as one already; reading it in place spares a copy.
-    const QDateTime date = value->userType() == QMetaType::QDateTime
-                               ? *static_cast<const QDateTime*>(value->constData())
-                               : value->toDateTime();
+    const QDateTime date =
+        value->userType() == QMetaType::QDateTime ? storedAs<QDateTime>(*value) : value->toDateTime();
     if (!date.isValid())
         return false;
     milliseconds = date.toMSecsSinceEpoch();
@@ -39,9 +74,9 @@ QDate utcDate(qint64 milliseconds)
 
 SortKey::SortKey(const QVariantMap& record)
     : m_record(record)
-    , m_state(record.value(stateKey).toInt())
-    , m_timestamp(record.value(timestampKey).toUInt())
-    , m_id(record.value(idKey).toString())
+    , m_state(intAt(record, stateKey))
+    , m_timestamp(uintAt(record, timestampKey))
+    , m_id(textAt(record, idKey))
     , m_isTask(record.contains(periodKey))
 {
     m_hasDue = readDate(record, dueKey, m_due);
