@@ -5,6 +5,8 @@
 
 #include <QDateTime>
 
+#include <limits>
+
 using SortingNamespace::SortingType;
 
 namespace {
@@ -30,12 +32,36 @@ int intAt(const QVariantMap& record, const QString& key)
     return value->userType() == QMetaType::LongLong ? int(storedAs<qlonglong>(*value)) : value->toInt();
 }
 
+// A number stored as text, as TIMESTAMP is, is mostly plain digits; those are read here, cheaper
+// than the general conversion, which takes everything else.
+uint uintOfText(const QVariant& value)
+{
+    const QString& text = storedAs<QString>(value);
+    const int maximumDigits = 10;
+    if (text.isEmpty() || text.size() > maximumDigits)
+        return value.toUInt();
+    quint64 number = 0;
+    for (const QChar character : text) {
+        if (character < QLatin1Char('0') || character > QLatin1Char('9'))
+            return value.toUInt();
+        number = number * 10 + (character.unicode() - '0');
+    }
+    return number <= std::numeric_limits<uint>::max() ? uint(number) : value.toUInt();
+}
+
 uint uintAt(const QVariantMap& record, const QString& key)
 {
     const QVariant* value = valueAt(record, key);
     if (!value)
         return 0;
-    return value->userType() == QMetaType::LongLong ? uint(storedAs<qlonglong>(*value)) : value->toUInt();
+    switch (value->userType()) {
+    case QMetaType::LongLong:
+        return uint(storedAs<qlonglong>(*value));
+    case QMetaType::QString:
+        return uintOfText(*value);
+    default:
+        return value->toUInt();
+    }
 }
 
 QString textAt(const QVariantMap& record, const QString& key)

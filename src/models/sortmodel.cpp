@@ -192,8 +192,10 @@ bool SortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourc
     const int rightRow = sourceRight.row();
     if (hasKey(sourceLeft) && hasKey(sourceRight)) {
         const SortKey* keys = d->keys.constData();
-        return lessThanByKeys(keys[leftRow], keys[rightRow], manualPositionOfKeyedRow(leftRow),
-                              manualPositionOfKeyedRow(rightRow));
+        if (!sortsManually())
+            return lessThanByKeys(keys[leftRow], keys[rightRow], -1, -1);
+        return lessThanByKeys(keys[leftRow], keys[rightRow], d->manualPositions.at(leftRow),
+                              d->manualPositions.at(rightRow));
     }
     const SortKey a = keyOf(recordAt(sourceLeft));
     const SortKey b = keyOf(recordAt(sourceRight));
@@ -352,11 +354,6 @@ SortKey SortModel::keyOfSourceRow(int row) const
     SortKey key = list->keyAt(row);
     key.setGroup(sortGroupOf(key));
     return key;
-}
-
-int SortModel::manualPositionOfKeyedRow(int row) const
-{
-    return sortsManually() ? d->manualPositions.at(row) : -1;
 }
 
 int SortModel::manualPositionOfSourceRow(int row) const

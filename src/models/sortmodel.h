@@ -96,7 +96,6 @@ private:
 
     bool hasKey(const QModelIndex& sourceIndex) const;
     bool lessThanByKeys(const SortKey& a, const SortKey& b, int positionA, int positionB) const;
-    int manualPositionOfKeyedRow(int row) const;
     SortKey keyOf(const QVariantMap& record) const;
     SortKey keyOfSourceRow(int row) const;
     int manualPositionOfSourceRow(int row) const;
