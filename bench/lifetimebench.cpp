@@ -2,8 +2,9 @@
 #include "lifetimedatabase.h"
 
 #include "core/clock.h"
-#include "models/listmodel.h"
-#include "models/sortmodel.h"
+#include "core/settings.h"
+#include "models/dailyplanlistmodel.h"
+#include "models/dailyplansortmodel.h"
 #include "store/databasehandler.h"
 #include "store/datamanager.h"
 
@@ -76,22 +77,24 @@ QList<QVariantMap> todaysTasks()
     return DataManager::instance()->getDayTasks(Clock::currentDate());
 }
 
-// The daily plan's pair as the page has it today: the list over the day's objects and a sort model
-// with the day's sorting settings that hides completed tasks as the settings say.
+// The daily plan's pair as TaskHandler::getDayTasks builds it for the page: the day's objects in their
+// groups and a sort model with the day's sorting settings that hides completed tasks, and the merely
+// available ones too, as the settings say.
 struct DayList
 {
     explicit DayList(ListModel::DataFunction dataFunction)
-        : list(std::move(dataFunction))
     {
         const QDate today = Clock::currentDate();
         sortModel.setExcludeCompletedObjectsType(SortModel::ExcludeCompletedTasks);
+        sortModel.setExcludeFutureTasks(!Settings::instance()->isShowFutureTasks());
         sortModel.setModelType(SortingNamespace::ListTypeDailyPlan,
                                today.toString(QStringLiteral("ddMMyyyy")));
-        sortModel.setSourceModel(&list);
+        list = std::make_unique<DailyPlanListModel>(today, std::move(dataFunction));
+        sortModel.setSourceModel(list.get());
     }
 
-    ListModel list;
-    SortModel sortModel;
+    std::unique_ptr<DailyPlanListModel> list;
+    DailyPlanSortModel sortModel;
 };
 
 bool skipUnless(benchmark::State& state, bool ready)
@@ -182,7 +185,7 @@ void refreshAfterChange(benchmark::State& state, const std::function<void(DOTask
     DayList dayList([&answer] { return *answer; });
     for (auto _ : state) {
         answer = answer == &before ? &after : &before;
-        dayList.list.update();
+        dayList.list->update();
     }
     state.counters["rows"] = dayList.sortModel.rowCount();
 }

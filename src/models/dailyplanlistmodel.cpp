@@ -1,5 +1,6 @@
 #include "dailyplanlistmodel.h"
 
+#include "models/sortkey.h"
 #include "store/dataobject.h"
 
 #include <utility>
@@ -22,19 +23,12 @@ const DailyPlanListModelPrivate* privateOf(const std::unique_ptr<ListModelPrivat
     return static_cast<const DailyPlanListModelPrivate*>(d.get());
 }
 
-// The wall-clock date of START or DUE; null for an undated object, whose column reads as 0 or "".
-QDate dateOf(const QVariantMap& object, const QString& key)
-{
-    const QDateTime dateTime = object.value(key).toDateTime();
-    return dateTime.isValid() ? dateTime.toUTC().date() : QDate();
-}
-
 // Available before it is due: it has started by the plan date, or never says when it starts, but is
 // due later; or it has no due date and has started.
-bool isAlsoAvailable(const QVariantMap& object, const QDate& planDate)
+bool isAlsoAvailable(const SortKey& object, const QDate& planDate)
 {
-    const QDate start = dateOf(object, QStringLiteral("START"));
-    const QDate due = dateOf(object, QStringLiteral("DUE"));
+    const QDate start = object.startDate();
+    const QDate due = object.dueDate();
     const bool started = start.isValid() && start <= planDate;
     if (due.isValid())
         return due > planDate && (!start.isValid() || started);
@@ -60,7 +54,7 @@ QVariant DailyPlanListModel::data(const QModelIndex& index, int role) const
         return ListModel::data(index, role);
     if (!index.isValid() || index.row() >= rowCount())
         return QVariant();
-    return groupOf(rowAt(index.row()), date());
+    return groupOf(keyAt(index.row()), date());
 }
 
 QHash<int, QByteArray> DailyPlanListModel::roleNames() const
@@ -71,12 +65,11 @@ QHash<int, QByteArray> DailyPlanListModel::roleNames() const
 }
 
 // Overdue objects have no group of their own: they stay with the day's objects, told apart by colour.
-DailyPlanListModel::Group DailyPlanListModel::groupOf(const QVariantMap& object, const QDate& planDate)
+DailyPlanListModel::Group DailyPlanListModel::groupOf(const SortKey& object, const QDate& planDate)
 {
-    if (object.value(QStringLiteral("STATE")).toInt() == COMPLETED_OBJECT_STATE)
+    if (object.state() == COMPLETED_OBJECT_STATE)
         return CompletedObject;
-    const bool isTask = object.contains(QStringLiteral("PERIOD"));
     if (isAlsoAvailable(object, planDate))
-        return isTask ? AlsoAvailableTask : AlsoAvailableProject;
-    return isTask ? DayTask : DayProject;
+        return object.isTask() ? AlsoAvailableTask : AlsoAvailableProject;
+    return object.isTask() ? DayTask : DayProject;
 }

@@ -4,6 +4,8 @@
 
 #include <QDate>
 
+class SortKey;
+
 // The objects of one day of the daily plan, each placed in one of the plan's five groups.
 class DailyPlanListModel : public ListModel
 {
@@ -26,5 +28,5 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     // The group of an object on the plan of the given date.
-    static Group groupOf(const QVariantMap& object, const QDate& planDate);
+    static Group groupOf(const SortKey& object, const QDate& planDate);
 };

@@ -63,10 +63,10 @@ int DailyPlanSortModel::alsoAvailableProjectCount() const
     return d->counters[DailyPlanListModel::AlsoAvailableProject];
 }
 
-int DailyPlanSortModel::sortGroupOf(const QVariantMap& record) const
+int DailyPlanSortModel::sortGroupOf(const SortKey& key) const
 {
     const auto* plan = qobject_cast<const DailyPlanListModel*>(sourceModel());
-    return plan ? DailyPlanListModel::groupOf(record, plan->date()) : 0;
+    return plan ? DailyPlanListModel::groupOf(key, plan->date()) : 0;
 }
 
 bool DailyPlanSortModel::filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const

@@ -36,7 +36,7 @@ signals:
 
 protected:
     // The section of a row is its dailyPlanRole.
-    int sortGroupOf(const QVariantMap& record) const override;
+    int sortGroupOf(const SortKey& key) const override;
     bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
     // A day whose only rows are available ones counts as empty.
     void checkHasActiveObjects() override;

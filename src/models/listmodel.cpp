@@ -1,5 +1,7 @@
 #include "listmodel.h"
 
+#include "store/objectkeys.h"
+
 #include <QSet>
 #include <QVector>
 
@@ -10,12 +12,12 @@ namespace {
 
 QString idOf(const QVariantMap& record)
 {
-    return record.value(QStringLiteral("ID")).toString();
+    return record.value(idKey).toString();
 }
 
 int stateOf(const QVariantMap& record)
 {
-    return record.value(QStringLiteral("STATE")).toInt();
+    return record.value(stateKey).toInt();
 }
 
 // Doubles as the section key on mixed lists, so a completed object of any kind reads "completed".
@@ -46,6 +48,14 @@ ListModel::ListModel(std::unique_ptr<ListModelPrivate> data, QObject* parent)
 
 ListModel::~ListModel() = default;
 
+// A sort asks for two indexes per comparison; this answers without the virtual calls of the
+// generic checks.
+QModelIndex ListModel::index(int row, int column, const QModelIndex& parent) const
+{
+    const bool valid = row >= 0 && row < d->rows.size() && column == 0 && !parent.isValid();
+    return valid ? createIndex(row, column) : QModelIndex();
+}
+
 int ListModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : d->rows.size();
@@ -55,14 +65,14 @@ QVariant ListModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= d->rows.size())
         return QVariant();
-    const QVariantMap& record = d->rows.at(index.row());
+    const SortKey& key = d->rows.at(index.row());
     switch (role) {
     case listItemRole:
-        return record;
+        return key.record();
     case stateRole:
-        return stateOf(record);
+        return key.state();
     case objectTypeRole:
-        return objectTypeOf(record);
+        return objectTypeOf(key.record());
     default:
         return QVariant();
     }
@@ -79,7 +89,9 @@ void ListModel::update()
 {
     prepareUpdate();
     const QList<QVariantMap> fresh = d->dataFunction();
-    if (!refreshRowsInPlace(fresh) && !mergeByIdentity(fresh) && !mergeUniqueRecords(fresh)) {
+    if (d->rows.isEmpty()) {
+        fillEmptyList(fresh);
+    } else if (!refreshRowsInPlace(fresh) && !mergeByIdentity(fresh) && !mergeUniqueRecords(fresh)) {
         removeVanishedAndRestatedRows(fresh);
         mergeFreshRecords(fresh);
     }
@@ -103,20 +115,25 @@ void ListModel::clear()
     endRemoveRows();
 }
 
-void ListModel::appendRow(const QVariantMap& record)
+void ListModel::appendRow(SortKey key)
 {
     const int newRow = d->rows.size();
     beginInsertRows(QModelIndex(), newRow, newRow);
-    d->rows.append(record);
-    d->rowIds.insert(idOf(record));
+    d->rowIds.insert(key.id());
+    d->rows.append(std::move(key));
     endInsertRows();
+}
+
+void ListModel::replaceRow(int row, const QVariantMap& record)
+{
+    d->rows[row] = SortKey(record);
 }
 
 void ListModel::removeRowAt(int row)
 {
     beginRemoveRows(QModelIndex(), row, row);
-    d->rowIds.remove(idOf(d->rows.at(row)));
-    d->rows.removeAt(row);
+    d->rowIds.remove(d->rows.at(row).id());
+    d->rows.remove(row);
     endRemoveRows();
 }
 
@@ -124,7 +141,34 @@ void ListModel::prepareUpdate() {}
 
 const QVariantMap& ListModel::rowAt(int row) const
 {
+    return d->rows.at(row).record();
+}
+
+const SortKey& ListModel::keyAt(int row) const
+{
     return d->rows.at(row);
+}
+
+// The first fill: every record is new, so there is nothing to diff and each id is read and hashed
+// once. An id seen twice hands the answer to the general merge, which then finds the rows so far
+// already in place.
+void ListModel::fillEmptyList(const QList<QVariantMap>& fresh)
+{
+    d->rows.reserve(fresh.size());
+    d->rowIds.reserve(fresh.size());
+    for (const QVariantMap& record : fresh) {
+        SortKey key(record);
+        const int knownIds = d->rowIds.size();
+        d->rowIds.insert(key.id());
+        if (d->rowIds.size() == knownIds) {
+            mergeFreshRecords(fresh);
+            return;
+        }
+        const int newRow = d->rows.size();
+        beginInsertRows(QModelIndex(), newRow, newRow);
+        d->rows.append(std::move(key));
+        endInsertRows();
+    }
 }
 
 // The common refresh: the answer holds the rows' ids in the rows' order and no state changed. The
@@ -134,15 +178,15 @@ bool ListModel::refreshRowsInPlace(const QList<QVariantMap>& fresh)
     if (fresh.size() != d->rows.size())
         return false;
     for (int row = 0; row < fresh.size(); ++row) {
-        const QVariantMap& current = d->rows.at(row);
+        const SortKey& current = d->rows.at(row);
         const QVariantMap& record = fresh.at(row);
-        if (!current.isSharedWith(record) &&
-            (idOf(current) != idOf(record) || stateOf(current) != stateOf(record)))
+        if (!current.record().isSharedWith(record) &&
+            (current.id() != idOf(record) || current.state() != stateOf(record)))
             return false;
     }
     for (int row = 0; row < fresh.size(); ++row) {
-        if (!d->rows.at(row).isSharedWith(fresh.at(row)))
-            d->rows[row] = fresh.at(row);
+        if (!d->rows.at(row).record().isSharedWith(fresh.at(row)))
+            replaceRow(row, fresh.at(row));
     }
     return true;
 }
@@ -161,16 +205,17 @@ bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
     int row = 0;
     int position = 0;
     while (row < d->rows.size() && position < fresh.size()) {
-        const QVariantMap& current = d->rows.at(row);
+        const SortKey& current = d->rows.at(row);
         const QVariantMap& record = fresh.at(position);
-        if (current.isSharedWith(record)) {
+        if (current.record().isSharedWith(record)) {
             ++row;
             ++position;
-        } else if (idOf(current) == idOf(record) && stateOf(current) == stateOf(record)) {
+        } else if (current.id() == idOf(record) && current.state() == stateOf(record)) {
             renewedRows.append({row++, position++});
-        } else if (position + 1 < fresh.size() && d->rows.at(row).isSharedWith(fresh.at(position + 1))) {
+        } else if (position + 1 < fresh.size() && current.record().isSharedWith(fresh.at(position + 1))) {
             unpairedPositions.append(position++);
-        } else if (row + 1 < d->rows.size() && d->rows.at(row + 1).isSharedWith(fresh.at(position))) {
+        } else if (row + 1 < d->rows.size() &&
+                   d->rows.at(row + 1).record().isSharedWith(fresh.at(position))) {
             unpairedRows.append(row++);
         } else {
             unpairedRows.append(row++);
@@ -188,7 +233,7 @@ bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
 
     QHash<QString, int> unpairedRowById;
     for (int unpairedRow : qAsConst(unpairedRows))
-        unpairedRowById.insert(idOf(d->rows.at(unpairedRow)), unpairedRow);
+        unpairedRowById.insert(d->rows.at(unpairedRow).id(), unpairedRow);
     // Where each unpaired record goes: a row it refreshes, or -1 for a new row at the end.
     QVector<int> rowOfPosition;
     QSet<QString> unpairedIds;
@@ -200,12 +245,12 @@ bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
         if (unpairedIds.contains(id) || (knownRow < 0 && d->rowIds.contains(id)))
             return false;
         unpairedIds.insert(id);
-        const bool restated = knownRow >= 0 && stateOf(d->rows.at(knownRow)) != stateOf(record);
+        const bool restated = knownRow >= 0 && d->rows.at(knownRow).state() != stateOf(record);
         rowOfPosition.append(restated ? -1 : knownRow);
     }
 
     for (const auto& renewed : qAsConst(renewedRows))
-        d->rows[renewed.first] = fresh.at(renewed.second);
+        replaceRow(renewed.first, fresh.at(renewed.second));
     QVector<int> keptRows = rowOfPosition;
     for (auto unpairedRow = unpairedRows.crbegin(); unpairedRow != unpairedRows.crend(); ++unpairedRow) {
         if (!keptRows.contains(*unpairedRow))
@@ -215,7 +260,7 @@ bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
         const QVariantMap& record = fresh.at(unpairedPositions.at(index));
         const int knownRow = rowOfPosition.at(index);
         if (knownRow < 0) {
-            appendRow(record);
+            appendRow(SortKey(record));
             continue;
         }
         // Rows below a removed one moved up.
@@ -223,7 +268,7 @@ bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
             int(std::count_if(unpairedRows.cbegin(), unpairedRows.cend(), [&](int removed) {
                 return removed < knownRow && !keptRows.contains(removed);
             }));
-        d->rows[knownRow - removedAbove] = record;
+        replaceRow(knownRow - removedAbove, record);
     }
     return true;
 }
@@ -241,9 +286,9 @@ bool ListModel::mergeUniqueRecords(const QList<QVariantMap>& fresh)
 
     QVector<int> positionOfRow;
     positionOfRow.reserve(d->rows.size());
-    for (const QVariantMap& current : qAsConst(d->rows)) {
-        const int position = positionById.value(idOf(current), -1);
-        const bool restated = position >= 0 && stateOf(fresh.at(position)) != stateOf(current);
+    for (const SortKey& current : qAsConst(d->rows)) {
+        const int position = positionById.value(current.id(), -1);
+        const bool restated = position >= 0 && stateOf(fresh.at(position)) != current.state();
         positionOfRow.append(restated ? -1 : position);
     }
     for (int row = d->rows.size() - 1; row >= 0; --row) {
@@ -260,9 +305,9 @@ bool ListModel::mergeUniqueRecords(const QList<QVariantMap>& fresh)
         const QVariantMap& record = fresh.at(position);
         const int row = rowOfPosition.at(position);
         if (row < 0) {
-            appendRow(record);
-        } else if (!d->rows.at(row).isSharedWith(record)) {
-            d->rows[row] = record;
+            appendRow(SortKey(record));
+        } else if (!d->rows.at(row).record().isSharedWith(record)) {
+            replaceRow(row, record);
         }
     }
     return true;
@@ -279,9 +324,9 @@ void ListModel::removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh)
 
     QVector<int> rowsToRemove;
     for (int row = 0; row < d->rows.size(); ++row) {
-        const QVariantMap& current = d->rows.at(row);
-        const auto freshState = freshStateById.constFind(idOf(current));
-        if (freshState == freshStateById.constEnd() || *freshState != stateOf(current))
+        const SortKey& current = d->rows.at(row);
+        const auto freshState = freshStateById.constFind(current.id());
+        if (freshState == freshStateById.constEnd() || *freshState != current.state())
             rowsToRemove.append(row);
     }
     for (auto row = rowsToRemove.crbegin(); row != rowsToRemove.crend(); ++row)
@@ -296,15 +341,16 @@ void ListModel::mergeFreshRecords(const QList<QVariantMap>& fresh)
     QHash<QString, int> rowById;
     rowById.reserve(d->rows.size());
     for (int row = 0; row < d->rows.size(); ++row)
-        rowById.insert(idOf(d->rows.at(row)), row);
+        rowById.insert(d->rows.at(row).id(), row);
 
     for (const QVariantMap& record : fresh) {
-        const auto knownRow = rowById.constFind(idOf(record));
+        const QString id = idOf(record);
+        const auto knownRow = rowById.constFind(id);
         if (knownRow == rowById.constEnd()) {
-            rowById.insert(idOf(record), d->rows.size());
-            appendRow(record);
-        } else if (!d->rows.at(*knownRow).isSharedWith(record)) {
-            d->rows[*knownRow] = record;
+            rowById.insert(id, d->rows.size());
+            appendRow(SortKey(record));
+        } else if (!d->rows.at(*knownRow).record().isSharedWith(record)) {
+            replaceRow(*knownRow, record);
         }
     }
 }

@@ -24,6 +24,7 @@ public:
     explicit ListModel(DataFunction dataFunction, QObject* parent = nullptr);
     ~ListModel() override;
 
+    QModelIndex index(int row, int column = 0, const QModelIndex& parent = QModelIndex()) const override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
@@ -44,15 +45,18 @@ protected:
     // Runs first thing in every update().
     virtual void prepareUpdate();
 
-    // The record of a row; the caller checks the index.
+    // The record of a row and its key; the caller checks the index.
     const QVariantMap& rowAt(int row) const;
+    const SortKey& keyAt(int row) const;
 
     const std::unique_ptr<ListModelPrivate> d;
 
 private:
+    void fillEmptyList(const QList<QVariantMap>& fresh);
     bool refreshRowsInPlace(const QList<QVariantMap>& fresh);
     bool mergeByIdentity(const QList<QVariantMap>& fresh);
-    void appendRow(const QVariantMap& record);
+    void appendRow(SortKey key);
+    void replaceRow(int row, const QVariantMap& record);
     void removeRowAt(int row);
     bool mergeUniqueRecords(const QList<QVariantMap>& fresh);
     void removeVanishedAndRestatedRows(const QList<QVariantMap>& fresh);

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "models/sortkey.h"
+
 #include <QList>
 #include <QSet>
 #include <QVariantMap>
+#include <QVector>
 
 #include <functional>
 
@@ -18,8 +21,10 @@ public:
 
     // Re-run on every update; it blocks on the database thread.
     const DataFunction dataFunction;
-    // In the order in which the records were first seen, not the order the data function gives.
-    QList<QVariantMap> rows;
+    // In the order in which the records were first seen, not the order the data function gives. Each
+    // record is kept in its key, made once when the record arrives, so that neither the diffs here
+    // nor the sort model above look its values up in the map again.
+    QVector<SortKey> rows;
     // The ids of the rows, kept by ListModel as rows come and go.
     QSet<QString> rowIds;
 };

@@ -2,6 +2,7 @@
 
 #include "sync/sortingnamespace.h"
 
+#include <QDate>
 #include <QString>
 #include <QVariantMap>
 
@@ -11,14 +12,20 @@
 class SortKey
 {
 public:
-    // `group` comes before every other rule: the section a list puts the row in, 0 without sections.
-    explicit SortKey(const QVariantMap& record, int group = 0);
+    explicit SortKey(const QVariantMap& record);
 
     // The map the values were taken from.
     const QVariantMap& record() const { return m_record; }
+    // Comes before every other rule: the section a list puts the row in, 0 without sections.
     int group() const { return m_group; }
+    void setGroup(int group) { m_group = group; }
     int state() const { return m_state; }
     const QString& id() const { return m_id; }
+    // Only tasks repeat, so only they carry PERIOD.
+    bool isTask() const { return m_isTask; }
+    // The UTC days of START and DUE; null for an undated object.
+    QDate startDate() const;
+    QDate dueDate() const;
 
     // True when this row comes before `other`, as SortingHelper::compareObjects decides.
     bool lessThan(const SortKey& other, SortingNamespace::SortingType sortingType, bool groupByDate) const;
@@ -37,6 +44,7 @@ private:
     qint64 m_start = 0;
     bool m_hasDue = false;
     bool m_hasStart = false;
+    bool m_isTask = false;
 };
 
 // Keys live in a vector with one entry per row; moving them is moving their bytes.

@@ -37,6 +37,9 @@ struct SortModel::Private
     bool completedShown = true;
     // Set when something beside the rows changed the order: every row is sorted again.
     bool resortAll = false;
+    // The source model, kept here for the checks of every comparison.
+    const QAbstractItemModel* source = nullptr;
+    bool flatSource = false;
 };
 
 namespace {
@@ -96,6 +99,8 @@ void SortModel::setSourceModel(QAbstractItemModel* sourceModel)
     if (QAbstractItemModel* previous = this->sourceModel())
         disconnect(previous, nullptr, this, nullptr);
     d->completedShown = completedObjectsShown();
+    d->source = sourceModel;
+    d->flatSource = qobject_cast<QAbstractListModel*>(sourceModel) != nullptr;
     connectKeyUpkeep(sourceModel);
     QSortFilterProxyModel::setSourceModel(sourceModel);
     takeOverDataChanges(sourceModel);
@@ -183,52 +188,28 @@ QVariantMap SortModel::getObjectByIndex(int index) const
 
 bool SortModel::lessThan(const QModelIndex& sourceLeft, const QModelIndex& sourceRight) const
 {
-    if (hasKey(sourceLeft) && hasKey(sourceRight))
-        return lessThanByKeys(sourceLeft.row(), sourceRight.row());
-    const QVariantMap a = recordAt(sourceLeft);
-    const QVariantMap b = recordAt(sourceRight);
-
-    const int groupA = sortGroupOf(a);
-    const int groupB = sortGroupOf(b);
-    if (groupA != groupB)
-        return groupA < groupB;
-    const int stateA = stateOf(a);
-    const int stateB = stateOf(b);
-    if (stateA != stateB)
-        return stateA < stateB;
-    // The trash has an order of its own, whatever the list's settings say.
-    if (isDeletedState(stateA))
-        return SortingHelper::compareDeletedObjects(a, b);
-
-    const int predefinedDecision = predefinedObjectsSort(a, b);
-    if (predefinedDecision != NoDecision)
-        return predefinedDecision == LeftFirst;
-
-    // An object added after the last drag has no position and falls through to the rules below.
-    if (sortsManually()) {
-        const int positionA = manualPosition(a);
-        const int positionB = manualPosition(b);
-        if (positionA != -1 && positionB != -1)
-            return positionA < positionB;
+    const int leftRow = sourceLeft.row();
+    const int rightRow = sourceRight.row();
+    if (hasKey(sourceLeft) && hasKey(sourceRight)) {
+        const SortKey* keys = d->keys.constData();
+        if (!sortsManually())
+            return lessThanByKeys(keys[leftRow], keys[rightRow], -1, -1);
+        return lessThanByKeys(keys[leftRow], keys[rightRow], d->manualPositions.at(leftRow),
+                              d->manualPositions.at(rightRow));
     }
-
-    const int additionalDecision = doAdditionalSort(a, b);
-    if (additionalDecision != NoDecision)
-        return additionalDecision == LeftFirst;
-
-    if (sortsManually())
-        return SortingHelper::compareObjects(a, b, SortingNamespace::TimestampAscType, true);
-    return SortingHelper::compareObjects(a, b, d->sortingType, d->groupByDate);
+    const SortKey a = keyOf(recordAt(sourceLeft));
+    const SortKey b = keyOf(recordAt(sourceRight));
+    return lessThanByKeys(a, b, manualPosition(a.record()), manualPosition(b.record()));
 }
 
-bool SortModel::lessThanByKeys(int leftRow, int rightRow) const
+// An object added after the last drag has no position (-1) and falls through to the rules below.
+bool SortModel::lessThanByKeys(const SortKey& a, const SortKey& b, int positionA, int positionB) const
 {
-    const SortKey& a = d->keys.at(leftRow);
-    const SortKey& b = d->keys.at(rightRow);
     if (a.group() != b.group())
         return a.group() < b.group();
     if (a.state() != b.state())
         return a.state() < b.state();
+    // The trash has an order of its own, whatever the list's settings say.
     if (isDeletedState(a.state()))
         return SortingHelper::compareDeletedObjects(a.record(), b.record());
 
@@ -236,12 +217,8 @@ bool SortModel::lessThanByKeys(int leftRow, int rightRow) const
     if (predefinedDecision != NoDecision)
         return predefinedDecision == LeftFirst;
 
-    if (sortsManually()) {
-        const int positionA = d->manualPositions.at(leftRow);
-        const int positionB = d->manualPositions.at(rightRow);
-        if (positionA != -1 && positionB != -1)
-            return positionA < positionB;
-    }
+    if (sortsManually() && positionA != -1 && positionB != -1)
+        return positionA < positionB;
 
     const int additionalDecision = doAdditionalSort(a.record(), b.record());
     if (additionalDecision != NoDecision)
@@ -272,7 +249,7 @@ int SortModel::doAdditionalSort(const QVariantMap&, const QVariantMap&) const
     return NoDecision;
 }
 
-int SortModel::sortGroupOf(const QVariantMap&) const
+int SortModel::sortGroupOf(const SortKey&) const
 {
     return 0;
 }
@@ -281,7 +258,7 @@ int SortModel::sortGroupOfSourceRow(int row) const
 {
     if (d->keys.size() == sourceModel()->rowCount())
         return d->keys.at(row).group();
-    return sortGroupOf(recordAt(sourceIndex(row, 0)));
+    return keyOfSourceRow(row).group();
 }
 
 void SortModel::checkHasActiveObjects()
@@ -354,16 +331,29 @@ void SortModel::resortAllRows()
     emit source->dataChanged(source->index(0, 0), source->index(source->rowCount() - 1, 0));
 }
 
+// A list's rows have no parent to ask about.
 bool SortModel::hasKey(const QModelIndex& sourceIndex) const
 {
-    return sourceIndex.model() == sourceModel() && !sourceIndex.parent().isValid() &&
-           sourceIndex.row() < d->keys.size();
+    return sourceIndex.model() == d->source && sourceIndex.row() < d->keys.size() &&
+           (d->flatSource || !sourceIndex.parent().isValid());
 }
 
+SortKey SortModel::keyOf(const QVariantMap& record) const
+{
+    SortKey key(record);
+    key.setGroup(sortGroupOf(key));
+    return key;
+}
+
+// A list has made the key of each of its rows already.
 SortKey SortModel::keyOfSourceRow(int row) const
 {
-    const QVariantMap record = recordAt(sourceModel()->index(row, 0));
-    return SortKey(record, sortGroupOf(record));
+    const ListModel* list = listModel();
+    if (!list)
+        return keyOf(recordAt(sourceModel()->index(row, 0)));
+    SortKey key = list->keyAt(row);
+    key.setGroup(sortGroupOf(key));
+    return key;
 }
 
 int SortModel::manualPositionOfSourceRow(int row) const
@@ -478,18 +468,20 @@ bool SortModel::refreshKey(const ListModel* list, int row)
     if (row >= d->keys.size())
         return true;
     // The list's own map is read in place: a copy would touch every row's shared data.
-    return list ? refreshKey(row, list->rowAt(row)) : refreshKey(row, recordAt(sourceIndex(row, 0)));
-}
-
-bool SortModel::refreshKey(int row, const QVariantMap& record)
-{
-    const QVariantMap& known = d->keys.at(row).record();
-    if (record.isSharedWith(known) || record == known)
+    const bool current =
+        list ? isKeyCurrent(row, list->rowAt(row)) : isKeyCurrent(row, recordAt(sourceIndex(row, 0)));
+    if (current)
         return false;
-    d->keys[row] = SortKey(record, sortGroupOf(record));
+    d->keys[row] = keyOfSourceRow(row);
     if (sortsManually())
         d->manualPositions[row] = manualPositionOfSourceRow(row);
     return true;
+}
+
+bool SortModel::isKeyCurrent(int row, const QVariantMap& record) const
+{
+    const QVariantMap& known = d->keys.at(row).record();
+    return record.isSharedWith(known) || record == known;
 }
 
 void SortModel::reloadSortedListInfo()

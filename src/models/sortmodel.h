@@ -72,8 +72,8 @@ protected:
     // Counts the active rows of the source, hidden ones included.
     virtual void checkHasActiveObjects();
     // The section of a list with sections, which orders rows before any other rule; 0 for all rows
-    // of a list without them. Read once per row change and kept with the row's sort key.
-    virtual int sortGroupOf(const QVariantMap& record) const;
+    // of a list without them. Read once per row change, from the row's key, and kept with it.
+    virtual int sortGroupOf(const SortKey& key) const;
     // The section of a source row, from its key.
     int sortGroupOfSourceRow(int row) const;
 
@@ -95,13 +95,14 @@ private:
     bool completedObjectsShown() const;
 
     bool hasKey(const QModelIndex& sourceIndex) const;
-    bool lessThanByKeys(int leftRow, int rightRow) const;
+    bool lessThanByKeys(const SortKey& a, const SortKey& b, int positionA, int positionB) const;
+    SortKey keyOf(const QVariantMap& record) const;
     SortKey keyOfSourceRow(int row) const;
     int manualPositionOfSourceRow(int row) const;
     void refreshManualPositions();
     void rebuildKeys();
     bool refreshKey(const ListModel* list, int row);
-    bool refreshKey(int row, const QVariantMap& record);
+    bool isKeyCurrent(int row, const QVariantMap& record) const;
     void connectKeyUpkeep(QAbstractItemModel* source);
     void takeOverDataChanges(QAbstractItemModel* source);
     void handleSourceDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,

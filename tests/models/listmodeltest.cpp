@@ -63,6 +63,9 @@ private slots:
             << abc << Records{abc.at(0), record("b", 2), abc.at(2)} << QList<int>{1} << QList<int>{2};
         QTest::newRow("repeated ID in the answer keeps one row")
             << abc << (abc + Records{record("a", 0, "Again")}) << QList<int>() << QList<int>();
+        QTest::newRow("repeated ID in a first answer keeps one row")
+            << Records() << (abc + Records{record("b", 0, "Again"), record("d")}) << QList<int>()
+            << QList<int>{0, 1, 2, 3};
     }
 
     void updateMovesOnlyVanishedNewAndRestatedRecords()

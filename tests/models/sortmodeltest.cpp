@@ -138,6 +138,14 @@ private slots:
         QTest::newRow("numeric collation: Task 2 before Task 10")
             << "base" << Records{task("ten", 1).named("Task 10"), task("two", 2).named("Task 2")}
             << alphabetical << ids("two ten");
+        const auto textStamped = [](const char* id, const char* timestamp) -> QVariantMap {
+            return task(id, 0).with(QStringLiteral("TIMESTAMP"), QString::fromLatin1(timestamp));
+        };
+        QTest::newRow("time stamps stored as text compare as numbers")
+            << "base"
+            << Records{textStamped("large", "1700000000"), textStamped("small", "85"),
+                       textStamped("signed", "+90"), textStamped("middle", "900")}
+            << asc << ids("small signed middle large");
         QTest::newRow("ties broken by ID")
             << "base" << Records{task("b", 5), task("c", 5), task("a", 5)} << asc << ids("a b c");
         QTest::newRow("manual positions; rows without one by the date group")
