@@ -33,6 +33,23 @@ QString objectTypeOf(const QVariantMap& record)
     return folder->toBool() ? QStringLiteral("folder") : QStringLiteral("project");
 }
 
+// Compares hashes first: sorting numbers is much cheaper than filling a set with the texts, and an
+// answer with a repeat is rare.
+bool repeatsAnId(const QVector<SortKey>& keys)
+{
+    QVector<uint> hashes;
+    hashes.reserve(keys.size());
+    for (const SortKey& key : keys)
+        hashes.append(qHash(key.id()));
+    std::sort(hashes.begin(), hashes.end());
+    if (std::adjacent_find(hashes.cbegin(), hashes.cend()) == hashes.cend())
+        return false;
+    QSet<QString> ids;
+    for (const SortKey& key : keys)
+        ids.insert(key.id());
+    return ids.size() != keys.size();
+}
+
 } // namespace
 
 ListModel::ListModel(DataFunction dataFunction, QObject* parent)
@@ -112,6 +129,7 @@ void ListModel::clear()
     beginRemoveRows(QModelIndex(), 0, d->rows.size() - 1);
     d->rows.clear();
     d->rowIds.clear();
+    d->rowIdsKept = false;
     endRemoveRows();
 }
 
@@ -119,7 +137,8 @@ void ListModel::appendRow(SortKey key)
 {
     const int newRow = d->rows.size();
     beginInsertRows(QModelIndex(), newRow, newRow);
-    d->rowIds.insert(key.id());
+    if (d->rowIdsKept)
+        d->rowIds.insert(key.id());
     d->rows.append(std::move(key));
     endInsertRows();
 }
@@ -132,7 +151,8 @@ void ListModel::replaceRow(int row, const QVariantMap& record)
 void ListModel::removeRowAt(int row)
 {
     beginRemoveRows(QModelIndex(), row, row);
-    d->rowIds.remove(d->rows.at(row).id());
+    if (d->rowIdsKept)
+        d->rowIds.remove(d->rows.at(row).id());
     d->rows.remove(row);
     endRemoveRows();
 }
@@ -149,26 +169,36 @@ const SortKey& ListModel::keyAt(int row) const
     return d->rows.at(row);
 }
 
-// The first fill: every record is new, so there is nothing to diff and each id is read and hashed
-// once. An id seen twice hands the answer to the general merge, which then finds the rows so far
-// already in place.
+// The first fill: every record is new, so there is nothing to diff. An answer that repeats an id
+// goes to the general merge, which keeps the first of each.
 void ListModel::fillEmptyList(const QList<QVariantMap>& fresh)
 {
-    d->rows.reserve(fresh.size());
-    d->rowIds.reserve(fresh.size());
-    for (const QVariantMap& record : fresh) {
-        SortKey key(record);
-        const int knownIds = d->rowIds.size();
-        d->rowIds.insert(key.id());
-        if (d->rowIds.size() == knownIds) {
-            mergeFreshRecords(fresh);
-            return;
-        }
+    QVector<SortKey> keys;
+    keys.reserve(fresh.size());
+    for (const QVariantMap& record : fresh)
+        keys.append(SortKey(record));
+    if (repeatsAnId(keys)) {
+        mergeFreshRecords(fresh);
+        return;
+    }
+    d->rows.reserve(keys.size());
+    for (SortKey& key : keys) {
         const int newRow = d->rows.size();
         beginInsertRows(QModelIndex(), newRow, newRow);
         d->rows.append(std::move(key));
         endInsertRows();
     }
+}
+
+const QSet<QString>& ListModel::rowIds()
+{
+    if (!d->rowIdsKept) {
+        d->rowIds.reserve(d->rows.size());
+        for (const SortKey& row : qAsConst(d->rows))
+            d->rowIds.insert(row.id());
+        d->rowIdsKept = true;
+    }
+    return d->rowIds;
 }
 
 // The common refresh: the answer holds the rows' ids in the rows' order and no state changed. The
@@ -242,7 +272,7 @@ bool ListModel::mergeByIdentity(const QList<QVariantMap>& fresh)
         const QString id = idOf(record);
         const int knownRow = unpairedRowById.value(id, -1);
         // An id of a paired row, or one seen twice here, repeats in the answer.
-        if (unpairedIds.contains(id) || (knownRow < 0 && d->rowIds.contains(id)))
+        if (unpairedIds.contains(id) || (knownRow < 0 && rowIds().contains(id)))
             return false;
         unpairedIds.insert(id);
         const bool restated = knownRow >= 0 && d->rows.at(knownRow).state() != stateOf(record);

@@ -53,6 +53,7 @@ protected:
 
 private:
     void fillEmptyList(const QList<QVariantMap>& fresh);
+    const QSet<QString>& rowIds();
     bool refreshRowsInPlace(const QList<QVariantMap>& fresh);
     bool mergeByIdentity(const QList<QVariantMap>& fresh);
     void appendRow(SortKey key);

@@ -25,6 +25,8 @@ public:
     // record is kept in its key, made once when the record arrives, so that neither the diffs here
     // nor the sort model above look its values up in the map again.
     QVector<SortKey> rows;
-    // The ids of the rows, kept by ListModel as rows come and go.
+    // The ids of the rows, made when a diff first asks for them and from then on kept by ListModel as
+    // rows come and go: a first fill has no need of them.
     QSet<QString> rowIds;
+    bool rowIdsKept = false;
 };
