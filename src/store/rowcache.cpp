@@ -16,8 +16,9 @@ struct RowCache::Private
     QString columns;
     sqlite3* connection = nullptr;
     int dataVersion = -1;
-    // Indexed by rowid: rowids count up from 1 and are never reused, so the slots are nearly all
-    // taken, and a list read in rowid order walks them in order. An empty map is an empty slot.
+    // Indexed by rowid: the table's rowids count up from 1 and are never reused, so the vector stays
+    // about as long as the table, and a list read in rowid order walks it in order. An empty map is
+    // an empty slot.
     QVector<DataObject> objects;
     int objectCount = 0;
     int heldLimit = minimumHeldLimit;
