@@ -68,6 +68,8 @@ struct DatabaseHandler::Private
     // Prepares the statement on the connection, binds the values in order and runs it. On failure
     // the query holds the error.
     static bool run(QSqlQuery& query, const QString& statement, const QVariantList& values);
+    // The same for a statement whose rows are read once, front to back; a failure is logged.
+    static bool runReading(QSqlQuery& query, const QString& statement, const QVariantList& values);
 };
 
 bool DatabaseHandler::Private::run(QSqlQuery& query, const QString& statement, const QVariantList& values)
@@ -77,6 +79,16 @@ bool DatabaseHandler::Private::run(QSqlQuery& query, const QString& statement, c
     for (const QVariant& value : values)
         query.addBindValue(DataObjectConverter::toSqlValue(value));
     return query.exec();
+}
+
+bool DatabaseHandler::Private::runReading(QSqlQuery& query, const QString& statement,
+                                          const QVariantList& values)
+{
+    query.setForwardOnly(true);
+    if (run(query, statement, values))
+        return true;
+    QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+    return false;
 }
 
 void DatabaseHandler::Private::forgetUnheldObjects()
@@ -96,22 +108,16 @@ void DatabaseHandler::Private::forgetUnheldObjects()
 QVector<qint64> DatabaseHandler::Private::cacheTaskRows(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(database);
-    query.setForwardOnly(true);
-    if (!run(query, statement, values)) {
-        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+    if (!runReading(query, statement, values))
         return {};
-    }
     return RecordReader(query.record(), 1).readAllInto(query, taskRows);
 }
 
 QVector<qint64> DatabaseHandler::Private::selectRowIds(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(database);
-    query.setForwardOnly(true);
-    if (!run(query, statement, values)) {
-        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+    if (!runReading(query, statement, values))
         return {};
-    }
     return RecordReader::readFirstColumnIntegers(query);
 }
 
@@ -366,11 +372,8 @@ bool DatabaseHandler::executeQuery(const QString& statement, const QVariantList&
 QList<QSqlRecord> DatabaseHandler::executeListQuery(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(d->database);
-    query.setForwardOnly(true);
-    if (!Private::run(query, statement, values)) {
-        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+    if (!Private::runReading(query, statement, values))
         return {};
-    }
     QList<QSqlRecord> records;
     while (query.next())
         records.append(query.record());
@@ -380,22 +383,16 @@ QList<QSqlRecord> DatabaseHandler::executeListQuery(const QString& statement, co
 QSqlRecord DatabaseHandler::executeRecordQuery(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(d->database);
-    query.setForwardOnly(true);
-    if (!Private::run(query, statement, values)) {
-        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+    if (!Private::runReading(query, statement, values))
         return {};
-    }
     return query.next() ? query.record() : QSqlRecord();
 }
 
 int DatabaseHandler::executeCountQuery(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(d->database);
-    query.setForwardOnly(true);
-    if (!Private::run(query, statement, values)) {
-        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+    if (!Private::runReading(query, statement, values))
         return 0;
-    }
     return query.next() ? query.value(0).toInt() : 0;
 }
 
@@ -424,11 +421,8 @@ QStringList DatabaseHandler::selectFirstColumn(const QString& statement, const Q
 QList<DataObject> DatabaseHandler::selectObjects(const QString& statement, const QVariantList& values)
 {
     QSqlQuery query(d->database);
-    query.setForwardOnly(true);
-    if (!Private::run(query, statement, values)) {
-        QLOG_ERROR() << "SQL List query error: " << query.lastError().text();
+    if (!Private::runReading(query, statement, values))
         return {};
-    }
     RecordReader reader(query.record());
     const QList<DataObject> objects = reader.readAll(query, d->knownObjects);
     d->forgetUnheldObjects();
