@@ -173,6 +173,7 @@ CalendarInfoStore* DatabaseHandler::calendarInfo() const
 DatabaseHandler::~DatabaseHandler()
 {
     const QString connectionName = d->database.connectionName();
+    d->taskRows.watch(nullptr);
     d->database.close();
     d->database = QSqlDatabase();
     QSqlDatabase::removeDatabase(connectionName);
@@ -186,6 +187,8 @@ DatabaseHandler* DatabaseHandler::instance()
 
 bool DatabaseHandler::connectDatabase(const QString& filePath)
 {
+    // Opening an open connection closes it first.
+    d->taskRows.watch(nullptr);
     d->database.setDatabaseName(filePath);
     const bool opened = d->database.open();
     d->taskRows.watch(opened ? nativeConnection(d->database) : nullptr);

@@ -78,10 +78,7 @@ RowCache::RowCache(const QString& table)
     d->tableName = table.toUtf8();
 }
 
-RowCache::~RowCache()
-{
-    watch(nullptr);
-}
+RowCache::~RowCache() = default;
 
 void RowCache::watch(sqlite3* connection)
 {

@@ -23,6 +23,7 @@ public:
     RowCache& operator=(const RowCache&) = delete;
 
     // Follows the writes on this connection from now on, forgetting every map; null stops following.
+    // The connection followed must still be open when this is called again.
     void watch(sqlite3* connection);
     const QString& table() const;
 
