@@ -58,9 +58,14 @@ void Startup::setFixedEnvironment()
     qputenv("QSG_RENDER_LOOP", "threaded");
 }
 
+QString Startup::dataFilePath(const QString& fileName)
+{
+    return dataDirectory() + QLatin1Char('/') + fileName;
+}
+
 QString Startup::settingsFilePath()
 {
-    return dataDirectory() + QStringLiteral("/settings.dat");
+    return dataFilePath(QStringLiteral("settings.dat"));
 }
 
 void Startup::applyScaleFactor(const QSettings& settings)

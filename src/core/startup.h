@@ -16,6 +16,8 @@ public:
     static constexpr qint64 maxLogSizeBytes = 20971520;
 
     static QString dataDirectory();
+    // A file of the program's own in the data directory.
+    static QString dataFilePath(const QString& fileName);
     static QString localDataDirectory();
     static QString logDirectory();
 

@@ -1,6 +1,7 @@
 #include "notificationmanager.h"
 
 #include "core/clock.h"
+#include "core/startup.h"
 #include "platform/desktopnotifications.h"
 #include "platform/systemclockmonitor.h"
 #include "reminders/notificationhelper.h"
@@ -10,7 +11,6 @@
 
 #include <QLocale>
 #include <QPair>
-#include <QStandardPaths>
 
 namespace {
 
@@ -39,8 +39,7 @@ struct NotificationManager::Private
 NotificationManager* NotificationManager::instance()
 {
     static NotificationManager* const manager = [] {
-        const QString filePath = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                                 QLatin1Char('/') + QLatin1String(NotificationManagerPrivate::fileName);
+        const QString filePath = Startup::dataFilePath(QLatin1String(NotificationManagerPrivate::fileName));
         auto* platform = new NotificationManagerPrivate(filePath, new DesktopNotifications);
         auto* clock = new SystemClockMonitor(platform);
         connect(clock, &SystemClockMonitor::clockChanged, platform,

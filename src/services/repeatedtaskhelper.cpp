@@ -1,6 +1,7 @@
 #include "repeatedtaskhelper.h"
 
 #include "core/clock.h"
+#include "core/startup.h"
 #include "store/databasehandler.h"
 #include "store/objectkeys.h"
 #include "store/storesettings.h"
@@ -9,7 +10,6 @@
 #include <QDateTime>
 #include <QHash>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QStringList>
 
 namespace {
@@ -164,8 +164,7 @@ class ReminderWishes
 {
 public:
     ReminderWishes()
-        : m_settings(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                         QStringLiteral("/repeated_tasks_reminders.dat"),
+        : m_settings(Startup::dataFilePath(QStringLiteral("repeated_tasks_reminders.dat")),
                      QSettings::IniFormat)
     {}
 

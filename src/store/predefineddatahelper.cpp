@@ -2,10 +2,10 @@
 
 #include "core/logmanager.h"
 #include "core/settings.h"
+#include "core/startup.h"
 #include "store/datamanager.h"
 
 #include <QSettings>
-#include <QStandardPaths>
 #include <QVector>
 
 #include <functional>
@@ -78,8 +78,7 @@ PredefinedDataHelper::PredefinedDataHelper(QObject* parent)
     : QObject(parent)
     , d(std::make_unique<Private>())
 {
-    const QString filePath = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                             QStringLiteral("/predefined_objects.dat");
+    const QString filePath = Startup::dataFilePath(QStringLiteral("predefined_objects.dat"));
     d->settings = std::make_unique<QSettings>(filePath, QSettings::IniFormat);
     unsetNorvelBoxId();
     unsetOneStepActionsId();

@@ -1,22 +1,17 @@
 #include "storesettings.h"
 
 #include "core/clock.h"
+#include "core/startup.h"
 #include "store/dataobjectconverter.h"
 
 #include <QSettings>
-#include <QStandardPaths>
 
 namespace {
 const int defaultTrashDays = 14;
 
-QString dataFilePath(const QString& fileName)
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QLatin1Char('/') + fileName;
-}
-
 QVariant settingsValue(const QString& key, const QVariant& defaultValue = QVariant())
 {
-    const QSettings settings(dataFilePath(QStringLiteral("settings.dat")), QSettings::IniFormat);
+    const QSettings settings(Startup::dataFilePath(QStringLiteral("settings.dat")), QSettings::IniFormat);
     return settings.value(key, defaultValue);
 }
 } // namespace
@@ -37,7 +32,8 @@ bool StoreSettings::showProjectsInDailyPlan()
 
 QStringList StoreSettings::predefinedIds()
 {
-    const QSettings settings(dataFilePath(QStringLiteral("predefined_objects.dat")), QSettings::IniFormat);
+    const QSettings settings(Startup::dataFilePath(QStringLiteral("predefined_objects.dat")),
+                             QSettings::IniFormat);
     // The stored list starts with a comma; the empty entry it yields matches no id.
     return settings.value(QStringLiteral("predefined_ids")).toString().split(QLatin1Char(','));
 }

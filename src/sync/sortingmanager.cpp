@@ -1,11 +1,11 @@
 #include "sortingmanager.h"
 
 #include "core/clock.h"
+#include "core/startup.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSettings>
-#include <QStandardPaths>
 
 using namespace SortingNamespace;
 
@@ -147,7 +147,7 @@ QDateTime now()
 
 QString filePath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/sorting.dat");
+    return Startup::dataFilePath(QStringLiteral("sorting.dat"));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "synchandler.h"
 
 #include "core/logmanager.h"
+#include "core/startup.h"
 #include "platform/apihandler.h"
 #include "platform/apioperation.h"
 #include "reminders/notificationmanager.h"
@@ -19,7 +20,6 @@
 #include <QMetaEnum>
 #include <QNetworkReply>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <functional>
@@ -35,15 +35,10 @@ const QString oneStepActionsIdKey = QStringLiteral("OSA_ID");
 const QString predefinedIdsKey = QStringLiteral("predefined_ids");
 const QString newerObjectText = QStringLiteral(": Server has newer object; timestamp: ");
 
-QString dataFilePath(const QString& fileName)
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QLatin1Char('/') + fileName;
-}
-
 QPair<QString, QString> readCredentials()
 {
     QPair<QString, QString> credentials;
-    QFile file(dataFilePath(QStringLiteral("config.dat")));
+    QFile file(Startup::dataFilePath(QStringLiteral("config.dat")));
     if (file.open(QIODevice::ReadOnly)) {
         QDataStream stream(&file);
         stream >> credentials.first >> credentials.second;
@@ -150,7 +145,7 @@ SyncHandler::Private::Private(SyncHandler* q)
     : q(q)
     , api({{QStringLiteral("PLATFORM"), QStringLiteral("OSX")},
            {QStringLiteral("VERSION"), QStringLiteral("1.11")}})
-    , settings(dataFilePath(QStringLiteral("sync.dat")), QSettings::IniFormat)
+    , settings(Startup::dataFilePath(QStringLiteral("sync.dat")), QSettings::IniFormat)
 {
     settings.beginGroup(QStringLiteral("Sync"));
 }
@@ -320,7 +315,8 @@ bool SyncHandler::Private::applyServerChanges(const QVariantList& changes)
         QLOG_ERROR() << "Unable to begin transaction!";
         return false;
     }
-    QSettings predefined(dataFilePath(QStringLiteral("predefined_objects.dat")), QSettings::IniFormat);
+    QSettings predefined(Startup::dataFilePath(QStringLiteral("predefined_objects.dat")),
+                         QSettings::IniFormat);
     ApplyRun run;
     run.revision = changes.first().toInt();
     run.predefinedIds =

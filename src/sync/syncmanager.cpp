@@ -2,13 +2,13 @@
 
 #include "core/logmanager.h"
 #include "core/settings.h"
+#include "core/startup.h"
 #include "store/predefineddatahelper.h"
 #include "sync/synchandler.h"
 #include "utilities/helper.h"
 
 #include <QCryptographicHash>
 #include <QSettings>
-#include <QStandardPaths>
 
 #include <functional>
 
@@ -59,9 +59,7 @@ QPair<QString, QString> serverErrorMessage(int code)
 struct SyncManager::Private
 {
     SyncHandler* syncHandler = nullptr;
-    QSettings settings{QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-                           QStringLiteral("/sync.dat"),
-                       QSettings::IniFormat};
+    QSettings settings{Startup::dataFilePath(QStringLiteral("sync.dat")), QSettings::IniFormat};
     bool active = false;
     bool checkLoginActive = false;
     bool resetPasswordActive = false;

@@ -3,6 +3,7 @@
 #include "core/clock.h"
 #include "core/logmanager.h"
 #include "core/settings.h"
+#include "core/startup.h"
 #include "models/searchsortfiltermodel.h"
 #include "platform/desktopmailhandler.h"
 #include "platform/launcherbadge.h"
@@ -15,7 +16,6 @@
 #include <QLocale>
 #include <QQmlEngine>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QTimer>
 #include <QTouchDevice>
 
@@ -24,14 +24,9 @@
 namespace {
 const QString russian = QStringLiteral("ru");
 
-QString dataDirectory()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-}
-
 void forgetPredefinedObjects()
 {
-    QSettings predefinedObjects(dataDirectory() + QStringLiteral("/predefined_objects.dat"),
+    QSettings predefinedObjects(Startup::dataFilePath(QStringLiteral("predefined_objects.dat")),
                                 QSettings::IniFormat);
     predefinedObjects.clear();
     predefinedObjects.setValue(QStringLiteral("folders_created"), false);
@@ -47,7 +42,7 @@ bool hasClipboardText()
 
 struct Helper::Private
 {
-    QString databaseFilePath = dataDirectory() + QStringLiteral("/norvel_data.db");
+    QString databaseFilePath = Startup::dataFilePath(QStringLiteral("norvel_data.db"));
     LauncherBadge badge;
     bool clipboardHasText = hasClipboardText();
 };
