@@ -89,6 +89,11 @@ Item {
 
             StyledLabel {
                 anchors.horizontalCenter: parent.horizontalCenter
+                // Longer names, as in Russian, shrink to the panel's width instead of being cut.
+                width: Math.min(implicitWidth, button.width - 6)
+                horizontalAlignment: Text.AlignHCenter
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: 9
                 text: button.text
                 visible: !button.hideLabel
                 color: appStyle.components.sidePanel.labelColor

@@ -113,12 +113,14 @@ RoundedPopup {
     destroyOnClick: true
     useAnchors: true
     popupWidth: 600
-    popupHeight: height - 32
+    // As tall as what it shows, and never taller than the window.
+    popupHeight: Math.min(height - 32, content.height + 40)
     focus: true
 
     Keys.onEscapePressed: if (!handleEscapeKey()) hideWithAnimation()
 
     Column {
+        id: content
         x: 24
         y: 16
         width: popup.popupWidth - 48
